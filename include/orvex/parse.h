@@ -1,0 +1,225 @@
+/*
+ * liborvex-parse: text that an operator types to binary values, and back.
+ *
+ * Every function works on memory that the caller owns, allocates nothing, keeps no state between
+ * calls and may be called from several threads at once, each on its own outputs.
+ *
+ * Conventions, unless a function says otherwise:
+ *  - A text is NUL-terminated. White space is blank, TAB, LF, VT, FF and CR, whatever the locale.
+ *  - Addresses and masks are in network order, 4 bytes for IPv4 and 16 bytes for IPv6.
+ *  - Numbers convert as on the 32-bit target, on every host: they saturate at the ends of the
+ *    32-bit range, and an unsigned conversion wraps a negated value.
+ *  - Failure messages go to an error buffer of `errlen` bytes, for operators to read unchanged. A
+ *    null buffer or a length of 0 means that no message is written. A message that does not fit is
+ *    cut; it is always terminated inside the buffer. On success the buffer is untouched.
+ *  - A required pointer that is null is a programming error: it is logged through the platform's
+ *    logging() and the call goes on as the function describes.
+ *  - errno stays as it was unless the function says otherwise.
+ */
+#ifndef ORVEX_PARSE_H
+#define ORVEX_PARSE_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#if defined(__GNUC__)
+#define ORVEX_PARSE_API __attribute__((visibility("default")))
+#else
+#define ORVEX_PARSE_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Numbers --------------------------------------------------------------------------------- */
+
+/*
+ * Reads a whole text as a signed 32-bit integer: hexadecimal after "0x" or "0X", octal after any
+ * other leading 0, decimal otherwise. Leading white space and one sign are accepted; anything
+ * behind the digits is refused, white space included.
+ *
+ * Returns 0 on success, -1 on failure:
+ *  - `str` or `value` null: `*value` untouched, errno EINVAL;
+ *  - no digits, or characters behind them: `*value` is 0; errno ERANGE when the digits left the
+ *    range, else 0;
+ *  - out of the 32-bit range: `*value` untouched, errno ERANGE.
+ * Success leaves errno 0.
+ */
+ORVEX_PARSE_API int parse_integer(const char *str, int32_t *value);
+
+/* As parse_integer, for a signed 64-bit integer. */
+ORVEX_PARSE_API int parse_quad(const char *str, int64_t *value);
+
+/*
+ * Reads a whole text as a decimal number from 0 to `limit` - 1. Leading white space and one sign
+ * are accepted; leading zeros do not make it octal. An empty text reads as 0. `value` must not be
+ * null.
+ *
+ * Returns 1 on success. Returns 0, with `*value` 0, when `str` is null, when characters follow the
+ * digits, or when the number is negative or not below `limit`. errno becomes ERANGE when the digits
+ * leave the signed 32-bit range (which always fails) and otherwise stays as it was.
+ */
+ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit);
+
+/* ---- IP addresses: text to value ------------------------------------------------------------- */
+
+/* Family codes of the target, the same on every host whatever its own headers say. */
+#define PARSE_AF_INET 2
+#define PARSE_AF_INET6 28
+
+/* The value that errno takes for an unsupported family, the same on every host. */
+#define PARSE_EAFNOSUPPORT 47
+
+/* Flags of parse_ipaddr. Bits that are not listed have no effect. */
+#define PARSE_IPADDR_PREFIX_OK 0x1U       /* "/" and a prefix length may follow the address */
+#define PARSE_IPADDR_PREFIX_REQUIRED 0x2U /* a prefix length or a mask must be given */
+#define PARSE_IPADDR_ALL_BYTES 0x4U       /* IPv4: no abbreviated address or dotted mask */
+#define PARSE_IPADDR_MASK_OK 0x8U         /* with PREFIX_OK, a mask may follow the "/" */
+#define PARSE_IPADDR_DEFAULT_OK 0x10U     /* "default" and "all" mean the zero prefix */
+#define PARSE_IPADDR_INTEGER_OK 0x20U     /* IPv4: one decimal number is the whole address */
+#define PARSE_IPADDR_HOST_ZERO 0x80U      /* bits behind the prefix or the mask must be zero */
+#define PARSE_IPADDR_MULTICAST 0x100U     /* the address must be multicast */
+#define PARSE_IPADDR_ANY_OK 0x200U        /* IPv4: "any-unicast" and "any-multicast" */
+#define PARSE_IPADDR_NO_MARTIAN 0x400U    /* martian IPv4 addresses are refused */
+#define PARSE_IPADDR_UNICAST 0x800U       /* the address must be unicast */
+
+/*
+ * Mask words of the IPv4 keywords "any-unicast" and "any-multicast": the four bytes of the mask
+ * hold one of them as a uint32_t in the machine's own byte order, beside the address 0.0.0.0.
+ */
+#define IPADDR_ANY_UNICAST 1U
+#define IPADDR_ANY_MULTICAST 2U
+
+/*
+ * Reads an IPv4 or IPv6 address and what `flags` allow behind it or instead of it.
+ *
+ * `af`        in and out, required: PARSE_AF_INET or one of the IPv4-based codes 73, 119, 129, 139;
+ *             PARSE_AF_INET6 or one of the IPv6-based codes 121, 131, 141; or 0, which stands for
+ *             PARSE_AF_INET6 when the text holds a ":" and for PARSE_AF_INET otherwise, and is
+ *             replaced by that choice whatever the outcome.
+ * `str`       the text, required. When `af` or `str` is null this is logged, and the call goes on
+ *             with family 0 or an empty text.
+ * `flags`     PARSE_IPADDR_ bits.
+ * `address`   receives 4 or 16 bytes; `address_len` is the room that it has.
+ * `pfxseen`   receives 1 when a prefix length was given, else 0.
+ * `pfxlen`    receives the prefix length, 0 to 32 or 0 to 128; 32 or 128 when none was given.
+ * `maskseen`  receives 1 when a mask or an "any-" keyword was given, else 0.
+ * `mask`      receives 4 or 16 bytes when a mask was given, its one bits in any order;
+ *             `mask_len` is the room that it has. Under PARSE_IPADDR_ANY_OK it is set to zero, or
+ *             to a keyword's word, for every IPv4 text; otherwise it is untouched without a mask.
+ * Each output may be null; the text is checked all the same.
+ *
+ * IPv4 texts: one to four decimal groups joined by "." and never octal, the missing ones zero
+ * ("10.1" is 10.1.0.0); a hexadecimal number after "0x"; under PARSE_IPADDR_INTEGER_OK one decimal
+ * number. The prefix length may be decimal, octal (leading 0) or hexadecimal (leading 0x). A text
+ * with a "/" has at most 31 characters.
+ * IPv6 texts: those of RFC 4291 section 2.2. The prefix length is decimal. A text with a "/" has
+ * at most 91 characters.
+ *
+ * Returns
+ *   0  success; errno as it was.
+ *  -1  the text is not an address of this family; errno EINVAL, or as it was when the IPv6 address
+ *      cannot be read; or the family is not supported: errno PARSE_EAFNOSUPPORT.
+ *  -2  the text is an address but wrong or not allowed here: errno EINVAL, or as it was when an
+ *      IPv6 mask cannot be read or one of PARSE_IPADDR_MULTICAST, PARSE_IPADDR_NO_MARTIAN and
+ *      PARSE_IPADDR_UNICAST refuses it; or `address` or `mask` is too small: errno ENOSPC, and
+ *      nothing is written but `*af` and the message.
+ * On any other failure the outputs hold what was read before it, `*pfxlen` also a refused length
+ * (0 where no digit was read). When a class flag refuses the address they hold all of it.
+ */
+ORVEX_PARSE_API int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address,
+                                 size_t address_len, int *pfxseen, uint32_t *pfxlen, int *maskseen,
+                                 void *mask, size_t mask_len, char *errbuf, size_t errlen);
+
+/*
+ * Tells whether an address is unicast. `af` is PARSE_AF_INET (`address` is 4 bytes: all but
+ * 0.0.0.0, 255.255.255.255 and 224.0.0.0/4) or PARSE_AF_INET6 (16 bytes: all but :: and ff00::/8).
+ * `address` must not be null. Returns 1 or 0; 0 for any other family code.
+ */
+ORVEX_PARSE_API int parse_ipaddr_is_unicast(uint32_t af, const void *address);
+
+/* Answers of ipv6_address_type. */
+#define IPV6_ADDRESS_TYPE_NONE 0       /* no address (null), or the unspecified address :: */
+#define IPV6_ADDRESS_TYPE_LINK_LOCAL 1 /* fe80::/10 */
+#define IPV6_ADDRESS_TYPE_SITE_LOCAL 2 /* fec0::/10 */
+#define IPV6_ADDRESS_TYPE_MULTICAST 3  /* ff00::/8 */
+#define IPV6_ADDRESS_TYPE_OTHER 4      /* any other address */
+
+/* Tells the class of a 16-byte IPv6 address (RFC 4291 section 2.4); `address` may be null. */
+ORVEX_PARSE_API int ipv6_address_type(const void *address);
+
+/* ---- IP addresses: value to text ------------------------------------------------------------- */
+
+/* Room for every text of the three functions below, terminator included. */
+#define FORMAT_IPADDR_BUFSIZE 80
+
+/*
+ * Writes a 16-byte IPv6 address, and a prefix length or a mask behind it.
+ *
+ * `full_form` 0 gives the compressed form of the host's inet_ntop ("2001:db8::1/64"). Any other
+ * value gives the fixed-width form: eight groups of four lower-case digits, the prefix length in at
+ * least four digits ("2001:0db8:0000:0000:0000:0000:0000:0001/0064"), and every byte of `buf`
+ * behind the text zero.
+ * `pfxseen` not 0 appends "/" and `pfxlen`; otherwise `maskseen` not 0 with a `mask` that is not
+ * null appends "/" and the 16-byte mask in the same form.
+ *
+ * Returns the length of the text without its terminator. Returns 0
+ *  - with errno ENOSPC when `buf` is null, `buflen` is 0 or the text does not fit. The buffer then
+ *    holds an empty text when the compressed address does not fit, the address and "/" as far as
+ *    they fit when the compressed mask does not, and otherwise the text cut short; always
+ *    terminated;
+ *  - with errno EINVAL and an empty text when `address` is null, which is logged.
+ */
+ORVEX_PARSE_API size_t _format_ipv6addr(const void *address, uint8_t full_form, int pfxseen,
+                                        uint32_t pfxlen, int maskseen, const void *mask, char *buf,
+                                        size_t buflen);
+
+/*
+ * Writes an IPv6 prefix given by its leading bytes only, in the compressed form: the first `pfxlen`
+ * bits (0 to 128) of `prefix`, the rest zero, with "/" and `pfxlen` behind it when `pfxseen` is not
+ * 0. No byte of `prefix` beyond `pfxlen` bits is read; `prefix` may be null when `pfxlen` is 0.
+ *
+ * Returns as _format_ipv6addr; 0 with errno EINVAL and an empty text when `pfxlen` is above 128.
+ */
+ORVEX_PARSE_API size_t format_ipv6addr_partial(const void *prefix, uint32_t pfxlen, uint8_t pfxseen,
+                                               char *buf, size_t buflen);
+
+/*
+ * Writes an IPv4 (`af` PARSE_AF_INET) or IPv6 (PARSE_AF_INET6) address, and a prefix length or a
+ * mask behind it. IPv6 values are written as _format_ipv6addr does. For IPv4:
+ *
+ * `full_form` 0 writes octets without leading zeros ("10.0.0.1/24"); any other value writes three
+ * digits for each octet and for the prefix length ("010.000.000.001/024") and sets every byte of
+ * `buf` behind the text to zero.
+ * `maskseen` not 0 with a `mask` that holds the word IPADDR_ANY_UNICAST or IPADDR_ANY_MULTICAST
+ * writes "any-unicast" or "any-multicast" and nothing else.
+ * Otherwise `pfxseen` not 0 appends "/" and the low 8 bits of `pfxlen`; otherwise `maskseen` not 0
+ * with a `mask` that is not null appends "/" and the mask.
+ *
+ * Returns the length of the text without its terminator. Returns 0
+ *  - with errno EINVAL and `buf` untouched for another family, and with an empty text when
+ *    `address` is needed and null, which is logged;
+ *  - with errno ENOSPC when `buf` is null, `buflen` is 0 or the text does not fit. The buffer then
+ *    holds the text cut short, or an empty text in place of a keyword; always terminated.
+ * On success the bytes of `buf` behind the terminator are unspecified when `full_form` is 0.
+ */
+ORVEX_PARSE_API size_t format_ipaddr(int af, const void *address, uint8_t full_form, int pfxseen,
+                                     uint32_t pfxlen, int maskseen, const void *mask, char *buf,
+                                     size_t buflen);
+
+/* ---- Version --------------------------------------------------------------------------------- */
+
+/* What this build is: both texts are terminated and fixed for the life of the process. */
+struct sw_version_record {
+    char release[16]; /* the release, "1.0.0" */
+    char build[48];   /* the source revision that it was built from, "unknown" without one */
+};
+
+ORVEX_PARSE_API extern const struct sw_version_record sw_version;
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

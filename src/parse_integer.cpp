@@ -1,0 +1,51 @@
+#include <orvex/parse.h>
+
+#include <cerrno>
+
+#include "support/target_numbers.h"
+
+namespace orvex
+{
+namespace
+{
+
+template <typename Value>
+int parse_whole_integer(const char *str, Value *value)
+{
+    if (str == nullptr || value == nullptr) {
+        errno = EINVAL;
+        return -1;
+    }
+    const Conversion<Value> number = convert<Value>(str, Base::from_prefix);
+    errno = number.out_of_range ? ERANGE : 0;
+    if (number.end == str || *number.end != '\0') {
+        *value = 0;
+        return -1;
+    }
+    if (number.out_of_range) return -1;
+    *value = number.value;
+    return 0;
+}
+
+}  // namespace
+}  // namespace orvex
+
+int parse_integer(const char *str, int32_t *value)
+{
+    return orvex::parse_whole_integer(str, value);
+}
+
+int parse_quad(const char *str, int64_t *value) { return orvex::parse_whole_integer(str, value); }
+
+int parse_number(const char *str, int32_t *value, int32_t limit)
+{
+    *value = 0;
+    if (str == nullptr) return 0;
+    const auto number = orvex::convert<int32_t>(str, orvex::Base::decimal);
+    if (number.out_of_range) errno = ERANGE;
+    // A text without digits stops at its first character: the empty text reads as 0.
+    if (*number.end != '\0') return 0;
+    if (number.value < 0 || number.value >= limit) return 0;
+    *value = number.value;
+    return 1;
+}

@@ -1,0 +1,24 @@
+#ifndef ORVEX_SUPPORT_BYTES_H
+#define ORVEX_SUPPORT_BYTES_H
+
+#include <cstdint>
+
+namespace orvex
+{
+
+constexpr uint32_t load_be32(const uint8_t *bytes)
+{
+    return uint32_t{bytes[0]} << 24 | uint32_t{bytes[1]} << 16 | uint32_t{bytes[2]} << 8 | bytes[3];
+}
+
+constexpr void store_be32(uint8_t *bytes, uint32_t value)
+{
+    bytes[0] = static_cast<uint8_t>(value >> 24);
+    bytes[1] = static_cast<uint8_t>(value >> 16);
+    bytes[2] = static_cast<uint8_t>(value >> 8);
+    bytes[3] = static_cast<uint8_t>(value);
+}
+
+}  // namespace orvex
+
+#endif
