@@ -8,8 +8,7 @@
 #include <cstdio>
 #include <cstring>
 
-namespace
-{
+namespace {
 
 constexpr int32_t fpc_slots = 12;
 constexpr product_info product{};

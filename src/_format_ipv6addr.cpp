@@ -10,14 +10,13 @@
 #include "support/insist.h"
 #include "support/text_writer.h"
 
-namespace orvex
-{
-namespace
-{
+namespace orvex {
+namespace {
 
 constexpr size_t ipv6_size = 16;
 constexpr uint32_t ipv6_bits = 128;
-constexpr size_t fixed_width_length = 39;
+// Two fixed-width texts of 39 characters, the "/" between them and the terminator
+constexpr size_t longest_fixed_width_text = 80;
 
 // What is printed of a value.
 struct Ipv6Value {
@@ -27,17 +26,16 @@ struct Ipv6Value {
     const uint8_t *mask;  // null: none
 };
 
-// "2001:0db8:0000:0000:0000:0000:0000:0001"
-void put_fixed_width(TextWriter &out, const uint8_t *address)
+// Writes "2001:0db8:0000:0000:0000:0000:0000:0001" and one byte more, which what follows replaces;
+// answers the position behind the text.
+char *put_fixed_width(char *at, const uint8_t *address)
 {
-    std::array<char, fixed_width_length + 1> text;
-    char *at = text.data();
     for (size_t byte = 0; byte < ipv6_size; byte += 2) {
         at = put_hex_byte(at, address[byte]);
         at = put_hex_byte(at, address[byte + 1]);
         *at++ = ':';
     }
-    out.put(text.data(), fixed_width_length);
+    return at - 1;
 }
 
 // Writes what inet_ntop makes of an address, or nothing at all when it does not fit.
@@ -50,23 +48,31 @@ bool put_compressed(TextWriter &out, const uint8_t *address)
     return true;
 }
 
-// "/64", or "/0064" with a width of 4
-void put_prefix_length(TextWriter &out, uint32_t pfxlen, size_t width)
+// Writes the whole text and its terminator; returns its length.
+size_t write_fixed_width(char *text, const Ipv6Value &value)
 {
-    std::array<char, 1 + decimal_room> text;
-    text[0] = '/';
-    out.put(text.data(), static_cast<size_t>(put_decimal(&text[1], pfxlen, width) - text.data()));
+    char *at = put_fixed_width(text, value.address);
+    if (value.pfxseen) {
+        *at = '/';
+        at = put_decimal(at + 1, value.pfxlen, 4);
+    } else if (value.mask != nullptr) {
+        *at = '/';
+        at = put_fixed_width(at + 1, value.mask);
+    }
+    *at = '\0';
+    return static_cast<size_t>(at - text);
 }
 
-void write_fixed_width(TextWriter &out, const Ipv6Value &value)
+size_t format_fixed_width(const Ipv6Value &value, char *buf, size_t buflen)
 {
-    put_fixed_width(out, value.address);
-    if (value.pfxseen) {
-        put_prefix_length(out, value.pfxlen, 4);
-    } else if (value.mask != nullptr) {
-        out.put('/');
-        put_fixed_width(out, value.mask);
+    const size_t length = write_whole_text<longest_fixed_width_text>(
+        buf, buflen, [&value](char *text) { return write_fixed_width(text, value); });
+    if (length >= buflen) {
+        errno = ENOSPC;
+        return 0;
     }
+    std::memset(buf + length, 0, buflen - length);
+    return length;
 }
 
 bool write_compressed(TextWriter &out, const Ipv6Value &value)
@@ -76,7 +82,10 @@ bool write_compressed(TextWriter &out, const Ipv6Value &value)
         return false;
     }
     if (value.pfxseen) {
-        put_prefix_length(out, value.pfxlen, 1);
+        std::array<char, 1 + decimal_room> text;
+        text[0] = '/';
+        const char *const end = put_decimal(&text[1], value.pfxlen);
+        out.put(text.data(), static_cast<size_t>(end - text.data()));
     } else if (value.mask != nullptr) {
         out.put('/');
         if (!put_compressed(out, value.mask)) {
@@ -107,13 +116,9 @@ size_t _format_ipv6addr(const void *address, uint8_t full_form, int pfxseen, uin
     }
     const Ipv6Value value{static_cast<const uint8_t *>(address), pfxseen != 0, pfxlen,
                           maskseen != 0 ? static_cast<const uint8_t *>(mask) : nullptr};
+    if (full_form != 0) return format_fixed_width(value, buf, buflen);
     TextWriter out(buf, buflen);
-    if (full_form != 0) {
-        std::memset(buf, 0, buflen);
-        write_fixed_width(out, value);
-    } else if (!write_compressed(out, value)) {
-        return 0;
-    }
+    if (!write_compressed(out, value)) return 0;
     if (out.overflowed()) {
         errno = ENOSPC;
         return 0;

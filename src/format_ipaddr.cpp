@@ -1,17 +1,15 @@
 #include <orvex/parse.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
 
 #include "support/digits.h"
 #include "support/insist.h"
+#include "support/text_writer.h"
 
-namespace orvex
-{
-namespace
-{
+namespace orvex {
+namespace {
 
 // "255.255.255.255/255.255.255.255" and its terminator
 constexpr size_t longest_ipv4_text = 32;
@@ -85,16 +83,11 @@ size_t format_ipv4addr(const uint8_t *address, bool full_form, bool pfxseen, uin
         return 0;
     }
 
-    std::array<char, longest_ipv4_text> spare;
-    char *const text = buflen >= spare.size() ? buf : spare.data();
-    const size_t length = full_form
-                              ? write_ipv4<put_padded_octet>(text, address, pfxseen, pfxlen, mask)
-                              : write_ipv4<put_octet>(text, address, pfxseen, pfxlen, mask);
-    if (text == buf) return length;
-    const size_t taken = std::min(length, buflen - 1);
-    std::memcpy(buf, text, taken);
-    buf[taken] = '\0';
-    return taken == length ? length : out_of_room();
+    const size_t length = write_whole_text<longest_ipv4_text>(buf, buflen, [&](char *text) {
+        return full_form ? write_ipv4<put_padded_octet>(text, address, pfxseen, pfxlen, mask)
+                         : write_ipv4<put_octet>(text, address, pfxseen, pfxlen, mask);
+    });
+    return length < buflen ? length : out_of_room();
 }
 
 }  // namespace

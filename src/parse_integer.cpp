@@ -4,27 +4,38 @@
 
 #include "support/target_numbers.h"
 
-namespace orvex
+namespace orvex {
+namespace {
+
+int leave(int result, int error_number)
 {
-namespace
+    errno = error_number;
+    return result;
+}
+
+// errno is set last, to what the conversion leaves after a start from 0.
+template <typename Value>
+[[gnu::noinline]] int parse_any_integer(const char *str, Value *value)
 {
+    const auto number = convert_general<Value>(str, Base::from_prefix);
+    if (number.end == str || *number.end != '\0') {
+        *value = 0;
+        return leave(-1, number.out_of_range ? ERANGE : 0);
+    }
+    if (number.out_of_range) return leave(-1, ERANGE);
+    *value = number.value;
+    return leave(0, 0);
+}
 
 template <typename Value>
 int parse_whole_integer(const char *str, Value *value)
 {
-    if (str == nullptr || value == nullptr) {
-        errno = EINVAL;
-        return -1;
-    }
-    const Conversion<Value> number = convert<Value>(str, Base::from_prefix);
-    errno = number.out_of_range ? ERANGE : 0;
-    if (number.end == str || *number.end != '\0') {
-        *value = 0;
-        return -1;
-    }
-    if (number.out_of_range) return -1;
+    if (str == nullptr || value == nullptr) return leave(-1, EINVAL);
+    Conversion<Value> number{};
+    if (!convert_few_digits(str, Base::from_prefix, number) || *number.end != '\0')
+        return parse_any_integer(str, value);
     *value = number.value;
-    return 0;
+    return leave(0, 0);
 }
 
 }  // namespace

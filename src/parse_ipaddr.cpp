@@ -1,5 +1,3 @@
-#include "parse_ipaddr.h"
-
 #include <arpa/inet.h>
 #include <orvex/parse.h>
 #include <strings.h>
@@ -12,13 +10,12 @@
 
 #include "support/bytes.h"
 #include "support/digits.h"
+#include "support/error_text.h"
 #include "support/insist.h"
 #include "support/target_numbers.h"
 
-namespace orvex
-{
-namespace
-{
+namespace orvex {
+namespace {
 
 constexpr const char *source = "parse_ipaddr";
 
@@ -31,6 +28,15 @@ constexpr uint32_t ipv6_bits = 128;
 constexpr size_t ipv4_text_size = 32;
 constexpr size_t ipv6_text_size = 92;
 
+// Where an address parser leaves what it read.
+struct AddressOutputs {
+    uint8_t *address;
+    int &pfxseen;
+    uint32_t &pfxlen;
+    int &maskseen;
+    uint8_t *mask;
+};
+
 bool is_zero_prefix_keyword(const char *str)
 {
     return std::strcmp(str, "default") == 0 || std::strcmp(str, "all") == 0;
@@ -41,15 +47,6 @@ Conversion<uint32_t> convert_unsigned(const char *text, Base base)
 {
     if (*text == '-') return {0, text, false};
     return convert<uint32_t>(text, base);
-}
-
-void insist_outputs(const AddressOutputs &out)
-{
-    insist(out.address != nullptr, source, "address != NULL");
-    insist(out.pfxseen != nullptr, source, "pfxseen != NULL");
-    insist(out.pfxlen != nullptr, source, "pfxlen != NULL");
-    insist(out.maskseen != nullptr, source, "maskseen != NULL");
-    insist(out.mask != nullptr, source, "mask != NULL");
 }
 
 // ---- Bytes in dotted, hexadecimal or integer form ----
@@ -97,8 +94,9 @@ int read_hexadecimal_form(const ByteReading &reading)
 // A number above 255 still makes a text an address when nothing but digits and dots follow it.
 int result_of_large_group(const ByteReading &reading, const char *rest)
 {
-    if (reading.is_mask || rest[std::strspn(rest, "0123456789.")] == '\0') return rule_broken;
-    return not_this_form;
+    if (reading.is_mask) return rule_broken;
+    while (*rest == '.' || digit_of<10>(*rest) < 10) ++rest;
+    return *rest == '\0' ? rule_broken : not_this_form;
 }
 
 // "10.1.2.3", "10.1", "10." or, as an integer, "167772161".
@@ -128,13 +126,26 @@ int read_group_form(const ByteReading &reading)
     }
 }
 
+// Reads dotted decimal groups, one hexadecimal number or one decimal integer into `len` bytes.
+int parse_ipaddr_bytes(const char *str, uint32_t flags, uint8_t *bytes, size_t len, bool is_mask,
+                       ErrorText error)
+{
+    const ByteReading reading{
+        str, is_mask ? "ip netmask" : "ip address", is_mask, flags, {bytes, len}, error};
+    if (*str == '\0')
+        return refuse(error, EINVAL, not_this_form, "%s is not specified", reading.subject);
+    std::fill(reading.bytes.begin(), reading.bytes.end(), uint8_t{0});
+    return str[0] == '0' && str[1] == 'x' ? read_hexadecimal_form(reading)
+                                          : read_group_form(reading);
+}
+
 // ---- Suffixes and checks that both families share ----
 
 int read_prefix_length(const char *suffix, const char *str, Base base, uint32_t bits,
                        const AddressOutputs &out, ErrorText error)
 {
     const auto number = convert_unsigned(suffix, base);
-    *out.pfxlen = number.value;
+    out.pfxlen = number.value;
     if (number.end == suffix) {
         const bool quoted = *suffix != '\0';
         return refuse(error, EINVAL, rule_broken,
@@ -148,7 +159,7 @@ int read_prefix_length(const char *suffix, const char *str, Base base, uint32_t 
         return refuse(error, EINVAL, rule_broken,
                       "prefix length '%lu' is larger than %u in address '%s'",
                       static_cast<unsigned long>(number.value), bits, str);
-    *out.pfxseen = 1;
+    out.pfxseen = 1;
     return 0;
 }
 
@@ -158,10 +169,9 @@ int refuse_mask(const char *suffix, const char *str, ErrorText error)
                   suffix, str);
 }
 
-int check_required(const char *str, uint32_t flags, const AddressOutputs &out, ErrorText error)
+int check_required(const char *str, uint32_t flags, bool seen, ErrorText error)
 {
-    if ((flags & PARSE_IPADDR_PREFIX_REQUIRED) == 0 || *out.pfxseen == 1 || *out.maskseen == 1)
-        return 0;
+    if ((flags & PARSE_IPADDR_PREFIX_REQUIRED) == 0 || seen) return 0;
     return refuse(error, EINVAL, rule_broken, "missing required prefix length %sin address '%s'",
                   (flags & PARSE_IPADDR_MASK_OK) != 0 ? "or mask " : "", str);
 }
@@ -171,101 +181,39 @@ template <size_t size>
 struct SplitText {
     std::array<char, size> address;
     const char *suffix;
+    bool has_mask;
 };
 
-// Splits at `slash`; false when the text is too long for the work area.
+// Splits at `slash`; a suffix with a `mask_mark` in it is a mask. False when the text is too long
+// for the work area.
 template <size_t size>
-bool split_text(const char *str, const char *slash, SplitText<size> &split)
+bool split_text(const char *str, const char *slash, char mask_mark, SplitText<size> &split)
 {
     const auto length = static_cast<size_t>(slash - str);
-    if (length >= size || strnlen(slash, size - length) == size - length) return false;
+    split.suffix = slash + 1;
+    split.has_mask = false;
+    size_t total = length + 1;
+    for (const char *at = split.suffix; *at != '\0' && total < size; ++at, ++total)
+        split.has_mask |= *at == mask_mark;
+    if (total >= size) return false;
     std::memcpy(split.address.data(), str, length);
     split.address[length] = '\0';
-    split.suffix = slash + 1;
     return true;
 }
 
 // ---- IPv4 ----
 
-// Reads one to three digits of a value up to 255.
-bool read_plain_octet(const char *&at, uint32_t &octet)
+int read_ipv4_suffix(const char *suffix, bool is_mask, const char *str, uint32_t flags,
+                     const AddressOutputs &out, ErrorText error)
 {
-    const auto digit = [&at](int place) { return static_cast<unsigned char>(at[place]) - 48U; };
-    const uint32_t first = digit(0);
-    if (first > 9) return false;
-    const uint32_t second = digit(1);
-    if (second > 9) {
-        octet = first;
-        at += 1;
-        return true;
-    }
-    const uint32_t third = digit(2);
-    if (third > 9) {
-        octet = first * 10 + second;
-        at += 2;
-        return true;
-    }
-    octet = first * 100 + second * 10 + third;
-    at += 3;
-    return octet <= 255;
-}
-
-// Reads four plain octets joined by ".".
-bool read_plain_quad(const char *&at, uint32_t &quad)
-{
-    uint32_t a = 0, b = 0, c = 0, d = 0;
-    const char *p = at;
-    if (!read_plain_octet(p, a) || *p != '.' || !read_plain_octet(++p, b) || *p != '.' ||
-        !read_plain_octet(++p, c) || *p != '.' || !read_plain_octet(++p, d))
-        return false;
-    quad = a << 24 | b << 16 | c << 8 | d;
-    at = p;
-    return true;
-}
-
-// Reads a whole text that is four plain octets, alone or with a plain length or mask behind them:
-// nearly all that is ever typed. Any other text, refused ones included, is left to
-// read_general_form, which reads these texts to the same values; then nothing is written.
-bool read_plain_form(const char *str, uint32_t flags, const AddressOutputs &out)
-{
-    uint32_t address = 0;
-    if (!read_plain_quad(str, address)) return false;
-    if (*str == '\0') {
-        store_be32(out.address, address);
-        return true;
-    }
-    if (*str != '/' || (flags & PARSE_IPADDR_PREFIX_OK) == 0) return false;
-    ++str;
-
-    uint32_t number = 0;
-    const char *rest = str;
-    const bool leading_zero = *str == '0';  // may be octal or hexadecimal
-    if (!leading_zero && read_plain_octet(rest, number) && *rest == '\0' && number <= ipv4_bits) {
-        store_be32(out.address, address);
-        *out.pfxlen = number;
-        *out.pfxseen = 1;
-        return true;
-    }
-    if ((flags & PARSE_IPADDR_MASK_OK) == 0) return false;
-    if (!read_plain_quad(str, number) || *str != '\0') return false;
-    store_be32(out.address, address);
-    store_be32(out.mask, number);
-    *out.maskseen = 1;
-    return true;
-}
-
-int read_ipv4_suffix(const char *suffix, const char *str, uint32_t flags, const AddressOutputs &out,
-                     ErrorText error)
-{
-    if (std::strchr(suffix, '.') == nullptr)
-        return read_prefix_length(suffix, str, Base::from_prefix, ipv4_bits, out, error);
+    if (!is_mask) return read_prefix_length(suffix, str, Base::from_prefix, ipv4_bits, out, error);
     if ((flags & PARSE_IPADDR_MASK_OK) == 0) return refuse_mask(suffix, str, error);
     const int result = parse_ipaddr_bytes(suffix, flags, out.mask, ipv4_size, true, error);
-    if (result == 0) *out.maskseen = 1;
+    if (result == 0) out.maskseen = 1;
     return result;
 }
 
-int read_general_form(const char *str, uint32_t flags, const AddressOutputs &out, ErrorText error)
+int read_ipv4_text(const char *str, uint32_t flags, const AddressOutputs &out, ErrorText error)
 {
     const char *const slash =
         (flags & PARSE_IPADDR_PREFIX_OK) != 0 ? std::strchr(str, '/') : nullptr;
@@ -273,12 +221,12 @@ int read_general_form(const char *str, uint32_t flags, const AddressOutputs &out
         return parse_ipaddr_bytes(str, flags, out.address, ipv4_size, false, error);
 
     SplitText<ipv4_text_size> split;
-    if (!split_text(str, slash, split))
+    if (!split_text(str, slash, '.', split))
         return refuse(error, EINVAL, not_this_form, "too long to be a valid ip address: '%s'", str);
     const int result =
         parse_ipaddr_bytes(split.address.data(), flags, out.address, ipv4_size, false, error);
     if (result != 0) return result;
-    return read_ipv4_suffix(split.suffix, str, flags, out, error);
+    return read_ipv4_suffix(split.suffix, split.has_mask, str, flags, out, error);
 }
 
 // "any-unicast" and "any-multicast" stand for address zero with a keyword in place of the mask.
@@ -291,7 +239,7 @@ bool read_any_keyword(const char *str, const AddressOutputs &out)
     if (std::strcmp(str, "any-multicast") == 0) word = IPADDR_ANY_MULTICAST;
     if (word == 0) return false;
     std::memcpy(out.mask, &word, sizeof word);
-    *out.maskseen = 1;
+    out.maskseen = 1;
     return true;
 }
 
@@ -306,26 +254,63 @@ struct DottedQuad {
     }
 };
 
-int check_ipv4_host_bits(const char *str, const AddressOutputs &out, ErrorText error)
+// What follows an IPv4 address.
+struct Ipv4Suffix {
+    enum class Kind : uint32_t { unreadable, none, length, mask } kind;
+    uint32_t value;  // the length or the mask; 32 without either
+};
+
+int check_ipv4_host_bits(const char *str, uint32_t address, Ipv4Suffix suffix, ErrorText error)
 {
-    const uint32_t address = load_be32(out.address);
-    if (*out.maskseen == 1) {
-        const uint32_t mask = load_be32(out.mask);
+    if (suffix.kind == Ipv4Suffix::Kind::mask) {
+        const uint32_t mask = suffix.value;
         if ((address & ~mask) == 0) return 0;
         return refuse(error, EINVAL, rule_broken, "masked bits are not zero (%s%c%s)",
                       DottedQuad(address & mask).text.data(), '/', DottedQuad(mask).text.data());
     }
-    const uint32_t pfxlen = *out.pfxlen;
+    const uint32_t pfxlen = suffix.value;
     if (pfxlen == ipv4_bits) return 0;
     if (pfxlen == 0) {
         if (address == 0) return 0;
         return refuse(error, EINVAL, rule_broken, "host portion is not zero (%s)", str);
     }
-    const uint32_t netmask = ~(UINT32_MAX >> pfxlen);
-    if ((address & ~netmask) == 0) return 0;
+    const uint32_t host_bits = UINT32_MAX >> pfxlen;
+    if ((address & host_bits) == 0) return 0;
     return refuse(error, EINVAL, rule_broken, "host portion is not zero (%s%c%lu)",
-                  DottedQuad(address & netmask).text.data(), '/',
+                  DottedQuad(address & ~host_bits).text.data(), '/',
                   static_cast<unsigned long>(pfxlen));
+}
+
+// The checks on an IPv4 text that was read.
+int check_ipv4(const char *str, uint32_t flags, uint32_t address, Ipv4Suffix suffix,
+               ErrorText error)
+{
+    const bool seen = suffix.kind != Ipv4Suffix::Kind::none;
+    const int result = check_required(str, flags, seen, error);
+    if (result != 0) return result;
+    if ((flags & PARSE_IPADDR_HOST_ZERO) == 0) return 0;
+    return check_ipv4_host_bits(str, address, suffix, error);
+}
+
+int parse_ipv4_addr(const char *str, uint32_t flags, const AddressOutputs &out, ErrorText error)
+{
+    out.pfxseen = 0;
+    out.maskseen = 0;
+    out.pfxlen = ipv4_bits;
+    if ((flags & PARSE_IPADDR_DEFAULT_OK) != 0 && is_zero_prefix_keyword(str)) {
+        std::memset(out.address, 0, ipv4_size);
+        out.pfxlen = 0;
+        out.pfxseen = 1;
+        return 0;
+    }
+    if ((flags & PARSE_IPADDR_ANY_OK) != 0 && read_any_keyword(str, out)) return 0;
+    const int result = read_ipv4_text(str, flags, out, error);
+    if (result != 0) return result;
+    using enum Ipv4Suffix::Kind;
+    const Ipv4Suffix suffix = out.maskseen == 1  ? Ipv4Suffix{mask, load_be32(out.mask)}
+                              : out.pfxseen == 1 ? Ipv4Suffix{length, out.pfxlen}
+                                                 : Ipv4Suffix{none, ipv4_bits};
+    return check_ipv4(str, flags, load_be32(out.address), suffix, error);
 }
 
 // ---- IPv6 ----
@@ -339,18 +324,17 @@ bool read_ipv6_text(const char *text, uint8_t *bytes, const char *&colon, const 
     return answer == 1;
 }
 
-int read_ipv6_suffix(const char *suffix, const char *str, uint32_t flags, const AddressOutputs &out,
-                     ErrorText error)
+int read_ipv6_suffix(const char *suffix, bool is_mask, const char *str, uint32_t flags,
+                     const AddressOutputs &out, ErrorText error)
 {
-    if (std::strchr(suffix, ':') == nullptr)
-        return read_prefix_length(suffix, str, Base::decimal, ipv6_bits, out, error);
+    if (!is_mask) return read_prefix_length(suffix, str, Base::decimal, ipv6_bits, out, error);
     if ((flags & PARSE_IPADDR_MASK_OK) == 0) return refuse_mask(suffix, str, error);
     const char *colon = nullptr;
     const char *reason = nullptr;
     if (!read_ipv6_text(suffix, out.mask, colon, reason))
         return refuse(error, keep_errno, rule_broken, "'%s' is not a valid ipv6 mask%s%s", suffix,
                       colon, reason);
-    *out.maskseen = 1;
+    out.maskseen = 1;
     return 0;
 }
 
@@ -374,12 +358,50 @@ bool has_masked_bits(const uint8_t *address, const uint8_t *mask)
 
 int check_ipv6_host_bits(const char *str, const AddressOutputs &out, ErrorText error)
 {
-    if (*out.maskseen == 1) {
+    if (out.maskseen == 1) {
         if (!has_masked_bits(out.address, out.mask)) return 0;
         return refuse(error, EINVAL, rule_broken, "masked bits of '%s' must be zero", str);
     }
-    if (!has_host_bits(out.address, *out.pfxlen)) return 0;
+    if (!has_host_bits(out.address, out.pfxlen)) return 0;
     return refuse(error, EINVAL, rule_broken, "host portion of '%s' must be zero", str);
+}
+
+int parse_ipv6_addr(const char *str, uint32_t flags, const AddressOutputs &out, ErrorText error)
+{
+    out.pfxseen = 0;
+    out.maskseen = 0;
+    out.pfxlen = ipv6_bits;
+    if (*str == '\0') return refuse(error, EINVAL, not_this_form, "ip address is not specified");
+    if ((flags & PARSE_IPADDR_DEFAULT_OK) != 0 && is_zero_prefix_keyword(str)) {
+        std::memset(out.address, 0, ipv6_size);
+        out.pfxlen = 0;
+        out.pfxseen = 1;
+        return 0;
+    }
+
+    SplitText<ipv6_text_size> split;
+    const char *address_text = str;
+    const char *const slash =
+        (flags & PARSE_IPADDR_PREFIX_OK) != 0 ? std::strchr(str, '/') : nullptr;
+    if (slash != nullptr) {
+        if (!split_text(str, slash, ':', split))
+            return refuse(error, EINVAL, not_this_form, "too long to be a valid ipv6 address: '%s'",
+                          str);
+        address_text = split.address.data();
+    }
+    const char *colon = nullptr;
+    const char *reason = nullptr;
+    if (!read_ipv6_text(address_text, out.address, colon, reason))
+        return refuse(error, keep_errno, not_this_form, "'%s' is not a valid ipv6 address%s%s",
+                      address_text, colon, reason);
+    if (slash != nullptr) {
+        const int result = read_ipv6_suffix(split.suffix, split.has_mask, str, flags, out, error);
+        if (result != 0) return result;
+    }
+    const int result = check_required(str, flags, out.pfxseen == 1 || out.maskseen == 1, error);
+    if (result != 0) return result;
+    if ((flags & PARSE_IPADDR_HOST_ZERO) == 0) return 0;
+    return check_ipv6_host_bits(str, out, error);
 }
 
 // ---- Families and class rules ----
@@ -416,6 +438,18 @@ bool is_multicast(uint32_t base, const uint8_t *address)
     return base == PARSE_AF_INET ? is_ipv4_multicast(load_be32(address)) : address[0] == 0xff;
 }
 
+// Whether an IPv4 address may not appear as a source or destination; false for any family but
+// PARSE_AF_INET.
+bool parse_ipaddr_is_martian(uint32_t af, const void *address)
+{
+    if (af != PARSE_AF_INET) return false;
+    const uint32_t value = load_be32(static_cast<const uint8_t *>(address));
+    const bool loopback = value >> 24 == 127;
+    const bool ietf_assigned = value >> 8 == 0xc00000;  // 192.0.0.0/24
+    const bool class_d_or_e = value >> 29 == 7;         // 224.0.0.0/4 and 240.0.0.0/4
+    return value == 0 || loopback || ietf_assigned || class_d_or_e;
+}
+
 int check_class(uint32_t base, const char *str, uint32_t flags, const uint8_t *address,
                 ErrorText error)
 {
@@ -429,95 +463,6 @@ int check_class(uint32_t base, const char *str, uint32_t flags, const uint8_t *a
 }
 
 }  // namespace
-
-int parse_ipaddr_bytes(const char *str, uint32_t flags, uint8_t *bytes, size_t len, bool is_mask,
-                       ErrorText error)
-{
-    insist(str != nullptr, source, "str != NULL");
-    insist(bytes != nullptr, source, "bytes != NULL");
-    const ByteReading reading{
-        str, is_mask ? "ip netmask" : "ip address", is_mask, flags, {bytes, len}, error};
-    if (*str == '\0')
-        return refuse(error, EINVAL, not_this_form, "%s is not specified", reading.subject);
-    std::fill(reading.bytes.begin(), reading.bytes.end(), uint8_t{0});
-    return str[0] == '0' && str[1] == 'x' ? read_hexadecimal_form(reading)
-                                          : read_group_form(reading);
-}
-
-int parse_ipv4_addr(const char *str, uint32_t flags, const AddressOutputs &out, ErrorText error)
-{
-    insist(str != nullptr, source, "str != NULL");
-    insist_outputs(out);
-    *out.pfxseen = 0;
-    *out.maskseen = 0;
-    *out.pfxlen = ipv4_bits;
-    if ((flags & PARSE_IPADDR_DEFAULT_OK) != 0 && is_zero_prefix_keyword(str)) {
-        std::memset(out.address, 0, ipv4_size);
-        *out.pfxlen = 0;
-        *out.pfxseen = 1;
-        return 0;
-    }
-    if ((flags & PARSE_IPADDR_ANY_OK) != 0 && read_any_keyword(str, out)) return 0;
-    if (!read_plain_form(str, flags, out)) {
-        const int result = read_general_form(str, flags, out, error);
-        if (result != 0) return result;
-    }
-    const int result = check_required(str, flags, out, error);
-    if (result != 0) return result;
-    if ((flags & PARSE_IPADDR_HOST_ZERO) == 0) return 0;
-    return check_ipv4_host_bits(str, out, error);
-}
-
-int parse_ipv6_addr(const char *str, uint32_t flags, const AddressOutputs &out, ErrorText error)
-{
-    insist(str != nullptr, source, "str != NULL");
-    insist_outputs(out);
-    *out.pfxseen = 0;
-    *out.maskseen = 0;
-    *out.pfxlen = ipv6_bits;
-    if (*str == '\0') return refuse(error, EINVAL, not_this_form, "ip address is not specified");
-    if ((flags & PARSE_IPADDR_DEFAULT_OK) != 0 && is_zero_prefix_keyword(str)) {
-        std::memset(out.address, 0, ipv6_size);
-        *out.pfxlen = 0;
-        *out.pfxseen = 1;
-        return 0;
-    }
-
-    SplitText<ipv6_text_size> split;
-    const char *address_text = str;
-    const char *const slash =
-        (flags & PARSE_IPADDR_PREFIX_OK) != 0 ? std::strchr(str, '/') : nullptr;
-    if (slash != nullptr) {
-        if (!split_text(str, slash, split))
-            return refuse(error, EINVAL, not_this_form, "too long to be a valid ipv6 address: '%s'",
-                          str);
-        address_text = split.address.data();
-    }
-    const char *colon = nullptr;
-    const char *reason = nullptr;
-    if (!read_ipv6_text(address_text, out.address, colon, reason))
-        return refuse(error, keep_errno, not_this_form, "'%s' is not a valid ipv6 address%s%s",
-                      address_text, colon, reason);
-    if (slash != nullptr) {
-        const int result = read_ipv6_suffix(split.suffix, str, flags, out, error);
-        if (result != 0) return result;
-    }
-    const int result = check_required(str, flags, out, error);
-    if (result != 0) return result;
-    if ((flags & PARSE_IPADDR_HOST_ZERO) == 0) return 0;
-    return check_ipv6_host_bits(str, out, error);
-}
-
-bool parse_ipaddr_is_martian(uint32_t af, const void *address)
-{
-    if (af != PARSE_AF_INET) return false;
-    const uint32_t value = load_be32(static_cast<const uint8_t *>(address));
-    const bool loopback = value >> 24 == 127;
-    const bool ietf_assigned = value >> 8 == 0xc00000;  // 192.0.0.0/24
-    const bool class_d_or_e = value >> 29 == 7;         // 224.0.0.0/4 and 240.0.0.0/4
-    return value == 0 || loopback || ietf_assigned || class_d_or_e;
-}
-
 }  // namespace orvex
 
 int parse_ipaddr_is_unicast(uint32_t af, const void *address)
@@ -547,16 +492,28 @@ int ipv6_address_type(const void *address)
     return IPV6_ADDRESS_TYPE_OTHER;
 }
 
-int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, size_t address_len,
-                 int *pfxseen, uint32_t *pfxlen, int *maskseen, void *mask, size_t mask_len,
-                 char *errbuf, size_t errlen)
-{
-    using namespace orvex;
+namespace orvex {
+namespace {
 
+// What a caller wants written; any pointer may be null.
+struct WantedOutputs {
+    void *address;
+    size_t address_len;
+    int *pfxseen;
+    uint32_t *pfxlen;
+    int *maskseen;
+    void *mask;
+    size_t mask_len;
+    ErrorText error;
+};
+
+// The whole front door: any text, any family, any flags.
+int parse_any_address(uint32_t *af, const char *str, uint32_t flags, const WantedOutputs &wanted)
+{
+    const ErrorText error = wanted.error;
     uint32_t private_af = 0;
     if (!insist(af != nullptr, source, "af != NULL")) af = &private_af;
     if (!insist(str != nullptr, source, "str != NULL")) str = "";
-    const ErrorText error{errbuf, errlen};
 
     if (*af == 0) *af = std::strchr(str, ':') != nullptr ? PARSE_AF_INET6 : PARSE_AF_INET;
     const uint32_t base = base_family(*af);
@@ -564,24 +521,148 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
         return refuse(error, PARSE_EAFNOSUPPORT, not_this_form, "unsupported address family");
 
     const size_t size = base == PARSE_AF_INET ? ipv4_size : ipv6_size;
-    if (address != nullptr && address_len < size)
+    if (wanted.address != nullptr && wanted.address_len < size)
         return refuse(error, ENOSPC, rule_broken, "'address' not large enough to hold result");
-    if (mask != nullptr && mask_len < size)
+    if (wanted.mask != nullptr && wanted.mask_len < size)
         return refuse(error, ENOSPC, rule_broken, "'mask' not large enough to hold result");
 
-    int private_pfxseen = 0;
-    uint32_t private_pfxlen = 0;
-    int private_maskseen = 0;
     std::array<uint8_t, ipv6_size> private_address;
     std::array<uint8_t, ipv6_size> private_mask;
+    int private_seen = 0;
+    uint32_t private_pfxlen = 0;
+    int private_maskseen = 0;
     const AddressOutputs out{
-        address != nullptr ? static_cast<uint8_t *>(address) : private_address.data(),
-        pfxseen != nullptr ? pfxseen : &private_pfxseen,
-        pfxlen != nullptr ? pfxlen : &private_pfxlen,
-        maskseen != nullptr ? maskseen : &private_maskseen,
-        mask != nullptr ? static_cast<uint8_t *>(mask) : private_mask.data()};
+        wanted.address != nullptr ? static_cast<uint8_t *>(wanted.address) : private_address.data(),
+        wanted.pfxseen != nullptr ? *wanted.pfxseen : private_seen,
+        wanted.pfxlen != nullptr ? *wanted.pfxlen : private_pfxlen,
+        wanted.maskseen != nullptr ? *wanted.maskseen : private_maskseen,
+        wanted.mask != nullptr ? static_cast<uint8_t *>(wanted.mask) : private_mask.data()};
     const int result = base == PARSE_AF_INET ? parse_ipv4_addr(str, flags, out, error)
                                              : parse_ipv6_addr(str, flags, out, error);
     if (result != 0) return result;
     return check_class(base, str, flags, out.address, error);
+}
+
+// ---- Plain IPv4 texts ----
+
+// Four octets of one to three digits, alone or with a decimal length or four octets more behind a
+// "/", are nearly all that is ever typed. They are read in one pass; whatever is not such a text,
+// or not to be accepted as it stands, is left to parse_any_address, which reads these to the same.
+
+// Reads one to three digits of a value up to 255 into the low end of `quad`.
+[[gnu::always_inline]] inline bool read_plain_octet(const char *&at, uint32_t &quad)
+{
+    const uint32_t first = digit_of<10>(at[0]);
+    if (first > 9) return false;
+    const uint32_t second = digit_of<10>(at[1]);
+    if (second > 9) [[unlikely]] {
+        quad = quad << 8 | first;
+        at += 1;
+        return true;
+    }
+    const uint32_t third = digit_of<10>(at[2]);
+    if (third > 9) [[unlikely]] {
+        quad = quad << 8 | (first * 10 + second);
+        at += 2;
+        return true;
+    }
+    const uint32_t octet = first * 100 + second * 10 + third;
+    quad = quad << 8 | octet;
+    at += 3;
+    return octet <= 255;
+}
+
+// Reads the rest of four plain octets joined by "." behind the first one.
+[[gnu::always_inline]] inline bool read_plain_rest(const char *&at, uint32_t &quad)
+{
+    if (*at++ != '.' || !read_plain_octet(at, quad)) return false;
+    if (*at++ != '.' || !read_plain_octet(at, quad)) return false;
+    return *at++ == '.' && read_plain_octet(at, quad);
+}
+
+struct PlainQuad {
+    const char *end;  // null when the text does not start with one
+    uint32_t value;
+};
+
+[[gnu::always_inline]] inline PlainQuad read_plain_quad(const char *at)
+{
+    uint32_t quad = 0;
+    if (!read_plain_octet(at, quad) || !read_plain_rest(at, quad)) return {nullptr, 0};
+    return {at, quad};
+}
+
+// Reads what follows the address of a plain text.
+Ipv4Suffix read_plain_suffix(const char *at, uint32_t flags)
+{
+    using Kind = Ipv4Suffix::Kind;
+    constexpr Ipv4Suffix unreadable{Kind::unreadable, 0};
+    if (*at == '\0') return {Kind::none, ipv4_bits};
+    if (*at++ != '/' || (flags & PARSE_IPADDR_PREFIX_OK) == 0) return unreadable;
+    const bool may_be_octal = *at == '0';
+    uint32_t value = 0;
+    if (!read_plain_octet(at, value)) return unreadable;
+    if (*at == '\0') {
+        if (may_be_octal || value > ipv4_bits) return unreadable;
+        return {Kind::length, value};
+    }
+    if ((flags & PARSE_IPADDR_MASK_OK) == 0) return unreadable;
+    if (!read_plain_rest(at, value) || *at != '\0') return unreadable;
+    return {Kind::mask, value};
+}
+
+void store_plain(uint32_t address, Ipv4Suffix suffix, const WantedOutputs &wanted)
+{
+    const bool has_mask = suffix.kind == Ipv4Suffix::Kind::mask;
+    if (wanted.address != nullptr) store_be32(static_cast<uint8_t *>(wanted.address), address);
+    if (wanted.pfxseen != nullptr)
+        *wanted.pfxseen = suffix.kind == Ipv4Suffix::Kind::length ? 1 : 0;
+    if (wanted.pfxlen != nullptr) *wanted.pfxlen = has_mask ? ipv4_bits : suffix.value;
+    if (wanted.maskseen != nullptr) *wanted.maskseen = has_mask ? 1 : 0;
+    if (has_mask && wanted.mask != nullptr)
+        store_be32(static_cast<uint8_t *>(wanted.mask), suffix.value);
+}
+
+// Goes on behind a plain address, or from the start where there is none.
+[[gnu::noinline]] int parse_further(uint32_t *af, const char *str, uint32_t flags, PlainQuad plain,
+                                    const WantedOutputs &wanted)
+{
+    if (plain.end != nullptr) {
+        const Ipv4Suffix suffix = read_plain_suffix(plain.end, flags);
+        if (suffix.kind != Ipv4Suffix::Kind::unreadable) {
+            store_plain(plain.value, suffix, wanted);
+            return check_ipv4(str, flags, plain.value, suffix, wanted.error);
+        }
+    }
+    return parse_any_address(af, str, flags, wanted);
+}
+
+// Flags that make a difference to a plain text beyond what the plain reader knows.
+constexpr uint32_t special_flags =
+    PARSE_IPADDR_ANY_OK | PARSE_IPADDR_MULTICAST | PARSE_IPADDR_NO_MARTIAN | PARSE_IPADDR_UNICAST;
+
+}  // namespace
+}  // namespace orvex
+
+int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, size_t address_len,
+                 int *pfxseen, uint32_t *pfxlen, int *maskseen, void *mask, size_t mask_len,
+                 char *errbuf, size_t errlen)
+{
+    using namespace orvex;
+
+    PlainQuad plain{nullptr, 0};
+    if (af != nullptr && str != nullptr && *af == PARSE_AF_INET && (flags & special_flags) == 0 &&
+        (address == nullptr || address_len >= ipv4_size) &&
+        (mask == nullptr || mask_len >= ipv4_size)) {
+        plain = read_plain_quad(str);
+        if (plain.end != nullptr && *plain.end == '\0' &&
+            (flags & PARSE_IPADDR_PREFIX_REQUIRED) == 0) {
+            store_plain(plain.value, {Ipv4Suffix::Kind::none, ipv4_bits},
+                        {address, address_len, pfxseen, pfxlen, maskseen, mask, mask_len, {}});
+            return 0;
+        }
+    }
+    return parse_further(
+        af, str, flags, plain,
+        {address, address_len, pfxseen, pfxlen, maskseen, mask, mask_len, {errbuf, errlen}});
 }

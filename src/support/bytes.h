@@ -3,8 +3,7 @@
 
 #include <cstdint>
 
-namespace orvex
-{
+namespace orvex {
 
 constexpr uint32_t load_be32(const uint8_t *bytes)
 {

@@ -8,8 +8,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace orvex
-{
+namespace orvex {
 
 struct OctetTexts {
     std::array<std::array<char, 4>, 256> plain{};   // "7.", "42.", "255."

@@ -1,70 +1,67 @@
 #include "support/error_text.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdint>
 #include <limits>
 
-namespace orvex
-{
-namespace
-{
+namespace orvex {
+namespace {
 
-// Where the message goes: `room` counts the terminator.
+// Where the message goes on, and the place that the terminator needs.
 struct Cursor {
     char *at;
-    size_t room;
+    char *last;
 };
 
-void put_char(Cursor &out, char character)
+Cursor put_char(Cursor out, char character)
 {
-    if (out.room <= 1) return;
-    *out.at++ = character;
-    --out.room;
+    if (out.at != out.last) *out.at++ = character;
+    return out;
 }
 
-void put_text(Cursor &out, const char *text)
+Cursor put_text(Cursor out, const char *text)
 {
-    while (*text != '\0' && out.room > 1) put_char(out, *text++);
+    while (*text != '\0' && out.at != out.last) *out.at++ = *text++;
+    return out;
 }
 
-void put_unsigned(Cursor &out, uintmax_t value)
+Cursor put_unsigned(Cursor out, uintmax_t value)
 {
-    char digits[std::numeric_limits<uintmax_t>::digits10 + 2];
-    char *first = digits + sizeof digits - 1;
+    std::array<char, std::numeric_limits<uintmax_t>::digits10 + 2> digits;
+    char *first = digits.end() - 1;
     *first = '\0';
     do {
         *--first = static_cast<char>('0' + value % 10);
         value /= 10;
     } while (value != 0);
-    put_text(out, first);
+    return put_text(out, first);
 }
 
-void put_signed(Cursor &out, int value)
+Cursor put_signed(Cursor out, int value)
 {
-    if (value < 0) put_char(out, '-');
-    const auto magnitude = static_cast<unsigned>(value);
-    put_unsigned(out, value < 0 ? 0U - magnitude : magnitude);
+    if (value >= 0) return put_unsigned(out, static_cast<unsigned>(value));
+    return put_unsigned(put_char(out, '-'), 0U - static_cast<unsigned>(value));
 }
 
-void write_message(ErrorText error, const char *format, va_list args)
+[[gnu::noinline]] void write_message(ErrorText error, const char *format, va_list args)
 {
-    Cursor out{error.buf, error.len};
-    for (const char *at = format; *at != '\0' && out.room > 1; ++at) {
-        if (*at != '%') {
-            put_char(out, *at);
-            continue;
+    Cursor out{error.buf, error.buf + error.len - 1};
+    for (;;) {
+        while (*format != '%' && *format != '\0' && out.at != out.last) *out.at++ = *format++;
+        if (*format != '%') break;
+        switch (*++format) {
+            case 's': out = put_text(out, va_arg(args, const char *)); break;
+            case 'c': out = put_char(out, static_cast<char>(va_arg(args, int))); break;
+            case 'd': out = put_signed(out, va_arg(args, int)); break;
+            case 'u': out = put_unsigned(out, va_arg(args, unsigned)); break;
+            case 'l': out = put_unsigned(out, va_arg(args, unsigned long)), ++format; break;
+            case 'z': out = put_unsigned(out, va_arg(args, size_t)), ++format; break;
+            case 'j': out = put_unsigned(out, va_arg(args, uintmax_t)), ++format; break;
+            default: out = put_char(out, *format); break;
         }
-        switch (*++at) {
-            case 's': put_text(out, va_arg(args, const char *)); break;
-            case 'c': put_char(out, static_cast<char>(va_arg(args, int))); break;
-            case 'd': put_signed(out, va_arg(args, int)); break;
-            case 'u': put_unsigned(out, va_arg(args, unsigned)); break;
-            case 'l': put_unsigned(out, va_arg(args, unsigned long)), ++at; break;
-            case 'z': put_unsigned(out, va_arg(args, size_t)), ++at; break;
-            case 'j': put_unsigned(out, va_arg(args, uintmax_t)), ++at; break;
-            default: put_char(out, *at); break;
-        }
+        ++format;
     }
     *out.at = '\0';
 }

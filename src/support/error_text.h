@@ -3,8 +3,7 @@
 
 #include <cstddef>
 
-namespace orvex
-{
+namespace orvex {
 
 // Results of the address parsers besides 0.
 constexpr int not_this_form = -1;
@@ -20,9 +19,8 @@ constexpr int keep_errno = 0;
 
 // Writes a message, sets errno unless `error_number` is keep_errno, and returns `result`. The
 // message is cut to the buffer and terminated. Conversions: %s %c %d %u %lu %zu %ju %%.
-[[gnu::cold, gnu::noinline, gnu::format(printf, 4, 5)]] int refuse(ErrorText error,
-                                                                   int error_number, int result,
-                                                                   const char *format, ...);
+[[gnu::noinline, gnu::format(printf, 4, 5)]] int refuse(ErrorText error, int error_number,
+                                                        int result, const char *format, ...);
 
 }  // namespace orvex
 

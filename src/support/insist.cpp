@@ -5,8 +5,7 @@
 #include <cerrno>
 #include <cstring>
 
-namespace orvex
-{
+namespace orvex {
 
 void insist_failed(const char *source, int line, const char *condition)
 {

@@ -1,8 +1,7 @@
 #ifndef ORVEX_SUPPORT_INSIST_H
 #define ORVEX_SUPPORT_INSIST_H
 
-namespace orvex
-{
+namespace orvex {
 
 // Logs a failed insist and leaves errno as it was.
 [[gnu::cold, gnu::noinline]] void insist_failed(const char *source, int line,

@@ -4,12 +4,13 @@
 #ifndef ORVEX_SUPPORT_TARGET_NUMBERS_H
 #define ORVEX_SUPPORT_TARGET_NUMBERS_H
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
 
-namespace orvex
-{
+namespace orvex {
 
 enum class Base : unsigned { from_prefix = 0, decimal = 10, hexadecimal = 16 };
 
@@ -25,13 +26,20 @@ constexpr bool is_space(char character)
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
 
+inline constexpr std::array<uint8_t, 256> digit_values = [] {
+    std::array<uint8_t, 256> values{};
+    values.fill(16);
+    for (uint8_t digit = 0; digit < 10; ++digit) values[size_t{'0'} + digit] = digit;
+    for (uint8_t letter = 0; letter < 6; ++letter)
+        values[size_t{'a'} + letter] = values[size_t{'A'} + letter] =
+            static_cast<uint8_t>(10 + letter);
+    return values;
+}();
+
 // The value of a digit of any base; at least 16 for any other character.
 constexpr unsigned digit_value(char character)
 {
-    const unsigned decimal = static_cast<unsigned char>(character) - unsigned{'0'};
-    if (decimal <= 9) return decimal;
-    const unsigned letter = (static_cast<unsigned char>(character) | 0x20U) - unsigned{'a'};
-    return letter < 6 ? letter + 10 : 16;
+    return digit_values[static_cast<unsigned char>(character)];
 }
 
 template <typename Magnitude>
@@ -41,26 +49,40 @@ struct DigitRun {
     bool overflow;
 };
 
-// Reads all digits of a base, also behind an overflow.
-template <unsigned radix, typename Magnitude>
-constexpr DigitRun<Magnitude> read_digits(const char *at)
+template <unsigned radix>
+constexpr unsigned digit_of(char character)
 {
-    // As many digits as fit whatever they are need no overflow check.
-    constexpr int safe_digits = std::numeric_limits<Magnitude>::digits / (radix == 8    ? 3
-                                                                          : radix == 16 ? 4
-                                                                                        : 1);
-    constexpr int unchecked = radix == 10 ? std::numeric_limits<Magnitude>::digits10 : safe_digits;
-    DigitRun<Magnitude> run{0, at, false};
-    for (const char *const limit = at + 0; run.end - limit < unchecked; ++run.end) {
-        const unsigned digit = digit_value(*run.end);
-        if (digit >= radix) return run;
-        run.value = static_cast<Magnitude>(run.value * radix + digit);
-    }
-    for (unsigned digit = 0; (digit = digit_value(*run.end)) < radix; ++run.end) {
+    if constexpr (radix > 10) return digit_value(character);
+    return static_cast<unsigned char>(character) - unsigned{'0'};
+}
+
+// Goes on behind digits that fit, with a check at every further one; reads all digits.
+template <unsigned radix, typename Magnitude>
+[[gnu::noinline]] constexpr DigitRun<Magnitude> read_more_digits(DigitRun<Magnitude> run)
+{
+    for (unsigned digit = 0; (digit = digit_of<radix>(*run.end)) < radix; ++run.end) {
         run.overflow |= __builtin_mul_overflow(run.value, Magnitude{radix}, &run.value);
         run.overflow |= __builtin_add_overflow(run.value, Magnitude{digit}, &run.value);
     }
     return run;
+}
+
+template <unsigned radix, typename Magnitude>
+constexpr DigitRun<Magnitude> read_digits(const char *at)
+{
+    // As many digits as fit whatever they are.
+    constexpr int bits = std::numeric_limits<Magnitude>::digits;
+    constexpr int unchecked = radix == 10   ? std::numeric_limits<Magnitude>::digits10
+                              : radix == 16 ? bits / 4
+                                            : bits / 3;
+    Magnitude value = 0;
+#pragma GCC unroll 8
+    for (int place = 0; place < unchecked; ++place) {
+        const unsigned digit = digit_of<radix>(at[place]);
+        if (digit >= radix) return {value, at + place, false};
+        value = static_cast<Magnitude>(value * radix + digit);
+    }
+    return read_more_digits<radix, Magnitude>({value, at + unchecked, false});
 }
 
 template <typename Magnitude>
@@ -75,8 +97,9 @@ constexpr DigitRun<Magnitude> read_magnitude(const char *at, Base base)
                                      : read_digits<8, Magnitude>(at);
 }
 
+// Any text, signs, white space, prefixes and values out of range included.
 template <typename Value>
-constexpr Conversion<Value> convert(const char *text, Base base)
+[[gnu::noinline]] constexpr Conversion<Value> convert_general(const char *text, Base base)
 {
     using Magnitude = std::make_unsigned_t<Value>;
     using Limits = std::numeric_limits<Value>;
@@ -94,6 +117,55 @@ constexpr Conversion<Value> convert(const char *text, Base base)
     if (run.overflow || run.value > most)
         return {Limits::is_signed && negative ? Limits::min() : Limits::max(), run.end, true};
     return {static_cast<Value>(negative ? Magnitude{0} - run.value : run.value), run.end, false};
+}
+
+// Reads digits as long as they fit 64 bits whatever they are and then checks the value's own range;
+// false without a digit, out of range, or where more digits follow.
+template <unsigned radix, typename Value>
+constexpr bool read_few_digits(const char *at, Value &value, const char *&end)
+{
+    using Limits = std::numeric_limits<Value>;
+    constexpr int most = radix == 10 ? Limits::digits10 + 1 : (Limits::digits + 3) / 4;
+    uint64_t number = 0;
+    int place = 0;
+#pragma GCC unroll 19
+    for (; place < most; ++place) {
+        const unsigned digit = digit_of<radix>(at[place]);
+        if (digit >= radix) break;
+        number = number * radix + digit;
+    }
+    value = static_cast<Value>(number);
+    end = at + place;
+    const bool complete = place < most || digit_of<radix>(*end) >= radix;
+    return place > 0 && complete && number <= static_cast<uint64_t>(Limits::max());
+}
+
+// Reads a number of a few digits without white space in front: nearly all that is ever typed. Any
+// other text is left to convert_general, which reads these to the same.
+template <typename Value>
+constexpr bool convert_few_digits(const char *text, Base base, Conversion<Value> &number)
+{
+    const char *at = text;
+    const bool negative = *at == '-';
+    if (negative) [[unlikely]]
+        ++at;
+    const bool decimal = base == Base::decimal || (base == Base::from_prefix && *at != '0');
+    number.out_of_range = false;
+    if (decimal) {
+        if (!read_few_digits<10>(at, number.value, number.end)) return false;
+    } else {
+        if (at[0] != '0' || at[1] != 'x') return false;
+        if (!read_few_digits<16>(at + 2, number.value, number.end)) return false;
+    }
+    if (negative) number.value = static_cast<Value>(Value{0} - number.value);
+    return true;
+}
+
+template <typename Value>
+constexpr Conversion<Value> convert(const char *text, Base base)
+{
+    Conversion<Value> number{};
+    return convert_few_digits(text, base, number) ? number : convert_general<Value>(text, base);
 }
 
 }  // namespace orvex

@@ -1,17 +1,17 @@
 #ifndef ORVEX_SUPPORT_TEXT_WRITER_H
 #define ORVEX_SUPPORT_TEXT_WRITER_H
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstring>
 
-namespace orvex
-{
+namespace orvex {
 
 // Appends pieces of text to a caller's buffer and keeps it terminated. A piece that does not fit
 // with its terminator is cut and uses up the whole room, so that nothing follows it. A buffer of
 // size 0 is never written and counts as overflowed.
-class TextWriter
-{
+class TextWriter {
    public:
     TextWriter(char *buf, size_t buflen) : at_(buf), room_(buflen), size_(buflen)
     {
@@ -47,6 +47,21 @@ class TextWriter
     size_t room_;
     size_t size_;
 };
+
+// Has `write` put a whole text, terminator included and at most `longest` bytes, into `buf`, or
+// cuts it to a smaller buffer. Returns the whole text's length: it fits when that is below
+// `buflen`.
+template <size_t longest, typename Write>
+size_t write_whole_text(char *buf, size_t buflen, const Write &write)
+{
+    if (buflen >= longest) return write(buf);
+    std::array<char, longest> spare;
+    const size_t length = write(spare.data());
+    const size_t taken = std::min(length, buflen - 1);
+    std::memcpy(buf, spare.data(), taken);
+    buf[taken] = '\0';
+    return length;
+}
 
 }  // namespace orvex
 

@@ -1,0 +1,70 @@
+#include <cstdio>
+#include <map>
+
+#include "bench.h"
+
+namespace bench {
+namespace {
+
+std::vector<std::pair<std::string, Limits>> rows;
+
+// Prints as usual and keeps the medians.
+class MedianReporter : public benchmark::ConsoleReporter {
+   public:
+    void ReportRuns(const std::vector<Run> &runs) override
+    {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run &run : runs)
+            if (run.aggregate_name == "median")
+                medians_[run.run_name.function_name] = run.GetAdjustedCPUTime();
+    }
+
+    // The table of ratios; returns how many rows are over their limit.
+    int print_ratios() const
+    {
+        int over = 0;
+        std::printf("\n%-44s %-6s %9s %9s %7s %7s\n", "row", "set", "ours ns", "peer ns", "ratio",
+                    "limit");
+        for (const auto &[name, limits] : rows) {
+            over += print_ratio(name, "small", limits.small);
+            over += print_ratio(name, "large", limits.large);
+        }
+        return over;
+    }
+
+   private:
+    int print_ratio(const std::string &name, const std::string &set, double limit) const
+    {
+        const auto ours = medians_.find(name + "/ours/" + set);
+        const auto peer = medians_.find(name + "/peer/" + set);
+        if (ours == medians_.end() || peer == medians_.end()) return 0;
+        const double ratio = ours->second / peer->second;
+        const bool over = ratio > limit;
+        std::printf("%-44s %-6s %9.2f %9.2f %7.3f %7.2f%s\n", name.c_str(), set.c_str(),
+                    ours->second, peer->second, ratio, limit, over ? "  over" : "");
+        return over ? 1 : 0;
+    }
+
+    std::map<std::string, double> medians_;
+};
+
+}  // namespace
+
+void declare_row(const std::string &name, Limits limits) { rows.emplace_back(name, limits); }
+
+}  // namespace bench
+
+int main(int argc, char **argv)
+{
+    bench::add_parse_integer_rows();
+    bench::add_parse_ipaddr_rows();
+    bench::add_format_ipv6addr_rows();
+    bench::add_format_ipaddr_rows();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    bench::MedianReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    const int over = reporter.print_ratios();
+    if (over != 0) std::printf("%d ratios over their limit\n", over);
+    return 0;
+}
