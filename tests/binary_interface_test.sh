@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Holds what a library exports and needs against the whole list: binary_interface_test.sh LIBRARY
+set -euo pipefail
+library=$1
+
+exports="\
+A ORVEX_PARSE_1
+T _format_ipv6addr@@ORVEX_PARSE_1
+T format_ipaddr@@ORVEX_PARSE_1
+T format_ipv6addr_partial@@ORVEX_PARSE_1
+T ipv6_address_type@@ORVEX_PARSE_1
+T parse_integer@@ORVEX_PARSE_1
+T parse_ipaddr@@ORVEX_PARSE_1
+T parse_ipaddr_is_unicast@@ORVEX_PARSE_1
+T parse_number@@ORVEX_PARSE_1
+T parse_quad@@ORVEX_PARSE_1
+R sw_version@@ORVEX_PARSE_1"
+needed="\
+libc.so.6
+liborvex-platform.so"
+
+diff <(echo "$exports") <(nm -D --defined-only "$library" | LC_ALL=C sort -k 3 | cut -d ' ' -f 2-)
+diff <(echo "$needed") <(readelf -d "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | LC_ALL=C sort)

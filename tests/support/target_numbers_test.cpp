@@ -1,0 +1,76 @@
+#include "support/target_numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <random>
+#include <string>
+
+namespace {
+
+using orvex::Base;
+using orvex::convert;
+
+// The values that only a 32-bit host's own functions would show.
+static_assert(convert<uint32_t>(" -5", Base::decimal).value == 4294967291U);
+static_assert(convert<uint32_t>("-4294967295", Base::decimal).value == 1);
+static_assert(convert<uint32_t>("-4294967296", Base::decimal).value == 4294967295U);
+static_assert(convert<uint32_t>("4294967296", Base::from_prefix).out_of_range);
+static_assert(convert<int32_t>("-99999999999", Base::decimal).value == -2147483647 - 1);
+static_assert(convert<uint32_t>("0x", Base::hexadecimal).end[0] == 'x');
+
+// Texts that look like numbers, of every length around the limits.
+std::string random_text(std::mt19937 &random)
+{
+    static constexpr char alphabet[] = "00123456789999abfxX+- \t.g";
+    static constexpr const char *starts[] = {"",   "",    "",  "-",  "+",
+                                             "0x", "-0x", "0", " -", "42949672"};
+    std::string text = starts[random() % std::size(starts)];
+    const bool digits_only = random() % 2 == 0;
+    for (auto left = random() % 22; left > 0; --left)
+        text += alphabet[random() % (digits_only ? 15 : sizeof alphabet - 1)];
+    return text;
+}
+
+// The 64-bit host's own conversions, held to the 32-bit target's ranges.
+template <typename Value>
+void expect_as_host(const std::string &text, Base base)
+{
+    const auto ours = convert<Value>(text.c_str(), base);
+    char *end = nullptr;
+    errno = 0;
+    const long long wide = std::strtoll(text.c_str(), &end, static_cast<int>(base));
+    bool out_of_range = errno == ERANGE;
+    Value expected = 0;
+    if constexpr (std::is_signed_v<Value>) {
+        expected = static_cast<Value>(std::clamp<long long>(wide, std::numeric_limits<Value>::min(),
+                                                            std::numeric_limits<Value>::max()));
+        out_of_range |= expected != wide;
+    } else {
+        constexpr long long most = std::numeric_limits<Value>::max();
+        out_of_range |= wide > most || wide < -most;
+        expected = out_of_range ? static_cast<Value>(most) : static_cast<Value>(wide);
+    }
+    EXPECT_EQ(ours.value, expected);
+    EXPECT_EQ(ours.end, end);
+    EXPECT_EQ(ours.out_of_range, out_of_range);
+}
+
+TEST(TargetNumbers, ConvertAsTheHostHeldTo32Bits)
+{
+    std::mt19937 random(1);
+    for (int i = 0; i < 100000; ++i) {
+        const std::string text = random_text(random);
+        SCOPED_TRACE(text);
+        for (const Base base : {Base::from_prefix, Base::decimal, Base::hexadecimal}) {
+            expect_as_host<int32_t>(text, base);
+            expect_as_host<uint32_t>(text, base);
+            expect_as_host<int64_t>(text, base);
+        }
+        if (testing::Test::HasFailure()) break;
+    }
+}
+
+}  // namespace
