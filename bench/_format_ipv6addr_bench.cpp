@@ -29,15 +29,13 @@ auto ours(uint8_t full_form)
     };
 }
 
-void ntop(const Address &address)
-{
+constexpr auto ntop = [](const Address &address) {
     char text[FORMAT_IPADDR_BUFSIZE];
     benchmark::DoNotOptimize(inet_ntop(AF_INET6, address.data(), text, sizeof text));
     benchmark::DoNotOptimize(text);
-}
+};
 
-void print_groups(const Address &address)
-{
+constexpr auto print_groups = [](const Address &address) {
     char text[FORMAT_IPADDR_BUFSIZE];
     const auto group = [&address](size_t i) {
         return static_cast<unsigned>(address[2 * i] << 8 | address[2 * i + 1]);
@@ -46,7 +44,7 @@ void print_groups(const Address &address)
         std::snprintf(text, sizeof text, "%04x:%04x:%04x:%04x:%04x:%04x:%04x:%04x", group(0),
                       group(1), group(2), group(3), group(4), group(5), group(6), group(7)));
     benchmark::DoNotOptimize(text);
-}
+};
 
 }  // namespace
 

@@ -29,22 +29,20 @@ auto ours(uint8_t full_form, int pfxseen)
     };
 }
 
-void ntop(const Address &address)
-{
+constexpr auto ntop = [](const Address &address) {
     char text[FORMAT_IPADDR_BUFSIZE];
     benchmark::DoNotOptimize(inet_ntop(AF_INET, address.data(), text, sizeof text));
     benchmark::DoNotOptimize(text);
-}
+};
 
-void ntop_prefix(const Address &address)
-{
+constexpr auto ntop_prefix = [](const Address &address) {
     char text[FORMAT_IPADDR_BUFSIZE];
     char whole[FORMAT_IPADDR_BUFSIZE];
     inet_ntop(AF_INET, address.data(), text, sizeof text);
     benchmark::DoNotOptimize(
         std::snprintf(whole, sizeof whole, "%s/%u", text, 8U + address[3] % 25U));
     benchmark::DoNotOptimize(whole);
-}
+};
 
 }  // namespace
 

@@ -120,8 +120,7 @@ auto pton_prefix(int family)
     };
 }
 
-void pton_twice(const std::string &text)
-{
+constexpr auto pton_twice = [](const std::string &text) {
     char copy[96];
     std::memcpy(copy, text.c_str(), text.size() + 1);
     char *const slash = std::strchr(copy, '/');
@@ -132,20 +131,18 @@ void pton_twice(const std::string &text)
     benchmark::DoNotOptimize(inet_pton(AF_INET, slash + 1, mask));
     benchmark::DoNotOptimize(address);
     benchmark::DoNotOptimize(mask);
-}
+};
 
-void pton_and_message(const std::string &text)
-{
+constexpr auto pton_and_message = [](const std::string &text) {
     char error[160];
     uint8_t address[4];
     benchmark::DoNotOptimize(inet_pton(AF_INET, text.c_str(), address));
     std::snprintf(error, sizeof error, "invalid value '%lu' in %s: '%s'", 256UL, "ip address",
                   text.c_str());
     benchmark::DoNotOptimize(error);
-}
+};
 
-void pton_and_host_message(const std::string &text)
-{
+constexpr auto pton_and_host_message = [](const std::string &text) {
     char error[160];
     char copy[96];
     std::memcpy(copy, text.c_str(), text.size() + 1);
@@ -155,7 +152,7 @@ void pton_and_host_message(const std::string &text)
     benchmark::DoNotOptimize(inet_pton(AF_INET, copy, address));
     std::snprintf(error, sizeof error, "host portion is not zero (%s%c%lu)", copy, '/', 8UL);
     benchmark::DoNotOptimize(error);
-}
+};
 
 }  // namespace
 

@@ -1,0 +1,29 @@
+// The families of subcommands. Each function adds its own; a subcommand that is chosen leaves its
+// work in `job`, which returns the exit status.
+#ifndef ORVEX_TOOLS_COMMANDS_H
+#define ORVEX_TOOLS_COMMANDS_H
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <memory>
+
+#include "stream.h"
+
+using Job = std::function<int()>;
+
+void add_number_commands(CLI::App &app, Job &job);
+void add_ip_command(CLI::App &app, Job &job);
+
+// Adds a subcommand with what all of them take: texts and --json.
+template <typename CommandOptions>
+CLI::App *add_command(CLI::App &app, const char *name, const char *description,
+                      CommandOptions &options)
+{
+    CLI::App *const command = app.add_subcommand(name, description);
+    command->add_option("TEXT", options.texts,
+                        "The texts to read; without any, or with -, the lines of standard input");
+    command->add_flag("--json", options.json, "Print one JSON object a line");
+    return command;
+}
+
+#endif

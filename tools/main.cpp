@@ -1,0 +1,41 @@
+#include <orvex/parse.h>
+
+#include <cstdio>
+#include <string>
+
+#include "commands.h"
+
+namespace {
+
+constexpr int wrong_usage = 2;
+
+const char *const examples = R"(Examples:
+  orvex-parse integer 0x1f
+  orvex-parse quad -- -9223372036854775808
+  orvex-parse number --limit 4096 100
+  orvex-parse ip --prefix --host-zero 10.1.0.0/16
+
+Exit status: 0 when every text was accepted, 1 when one was refused, 2 for wrong usage.)";
+
+}  // namespace
+
+int main(int argc, char **argv)
+{
+    CLI::App app("Reads what operators of routers type, and prints the values.", "orvex-parse");
+    app.set_version_flag("--version", std::string("orvex-parse ") + sw_version.release + " (" +
+                                          sw_version.build + ")");
+    app.require_subcommand(1);
+    app.footer(examples);
+    Job job;
+    add_number_commands(app, job);
+    add_ip_command(app, job);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        if (error.get_exit_code() == 0) return app.exit(error);
+        std::fprintf(stderr, "orvex-parse: %s\nRun orvex-parse --help to see how it is used.\n",
+                     error.what());
+        return wrong_usage;
+    }
+    return job();
+}

@@ -1,0 +1,42 @@
+#include "texts.h"
+
+#include <cstdio>
+
+namespace {
+
+// A longer line is refused, so that memory stays bounded whatever comes.
+constexpr size_t longest_line = 65536;
+
+}  // namespace
+
+Texts::Texts(const std::vector<std::string> &arguments)
+    : arguments_(arguments),
+      from_input_(arguments.empty() || (arguments.size() == 1 && arguments.front() == "-"))
+{
+}
+
+bool Texts::next(Text &text)
+{
+    if (from_input_) return next_line(text);
+    if (next_ == arguments_.size()) return false;
+    text.value = arguments_[next_++];
+    return true;
+}
+
+bool Texts::next_line(Text &text)
+{
+    text.value.clear();
+    text.fault = nullptr;
+    text.line = ++next_;
+    int character = getc_unlocked(stdin);
+    if (character == EOF) return false;
+    for (; character != EOF && character != '\n'; character = getc_unlocked(stdin)) {
+        if (character == '\0') text.fault = "the line holds a NUL character";
+        if (text.value.size() < longest_line)
+            text.value += static_cast<char>(character);
+        else
+            text.fault = "the line is too long";
+    }
+    if (text.value.ends_with('\r')) text.value.pop_back();
+    return true;
+}
