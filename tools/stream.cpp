@@ -89,11 +89,8 @@ int run_texts(const Options &options, Style human_style, const Reader &reader)
     bool first = true;
     Texts texts(options.texts);
     for (Text text; texts.next(text);) {
-        Outcome outcome;
-        if (text.fault != nullptr)
-            outcome.message = text.fault;
-        else
-            outcome = reader(text.value);
+        const Outcome outcome =
+            text.fault != nullptr ? Outcome{{}, text.fault, -1, 0} : reader(text.value);
         if (!outcome.message.empty()) {
             report(text, outcome.message);
             status = 1;

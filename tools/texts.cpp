@@ -7,6 +7,9 @@ namespace {
 // A longer line is refused, so that memory stays bounded whatever comes.
 constexpr size_t longest_line = 65536;
 
+// What is kept of it, for the record of the refusal.
+constexpr size_t kept_of_long_line = 64;
+
 }  // namespace
 
 Texts::Texts(const std::vector<std::string> &arguments)
@@ -30,12 +33,14 @@ bool Texts::next_line(Text &text)
     text.line = ++next_;
     int character = getc_unlocked(stdin);
     if (character == EOF) return false;
+    size_t length = 0;
     for (; character != EOF && character != '\n'; character = getc_unlocked(stdin)) {
-        if (character == '\0') text.fault = "the line holds a NUL character";
-        if (text.value.size() < longest_line)
-            text.value += static_cast<char>(character);
-        else
-            text.fault = "the line is too long";
+        if (++length <= longest_line) text.value += static_cast<char>(character);
+    }
+    if (text.value.find('\0') != std::string::npos) text.fault = "the line holds a NUL character";
+    if (length > longest_line) {
+        text.fault = "the line is too long";
+        text.value.resize(kept_of_long_line);
     }
     if (text.value.ends_with('\r')) text.value.pop_back();
     return true;
