@@ -8,10 +8,10 @@
 namespace bench {
 namespace {
 
-// A decimal number of any length, now and then negative.
+// A decimal number from a VLAN to an AS number or a bandwidth, now and then negative.
 std::string decimal_text(Random &random)
 {
-    const std::string digits = std::to_string(random() >> (1 + below(random, 28)));
+    const std::string digits = std::to_string(random() >> (1 + below(random, 20)));
     return below(random, 8) == 0 ? '-' + digits : digits;
 }
 
@@ -23,7 +23,7 @@ std::string unsigned_text(Random &random)
 std::string hexadecimal_text(Random &random)
 {
     char text[16];
-    std::snprintf(text, sizeof text, "0x%x", random() >> (1 + below(random, 27)));
+    std::snprintf(text, sizeof text, "0x%x", random() >> (1 + below(random, 20)));
     return text;
 }
 

@@ -15,9 +15,11 @@ std::string ipv4_prefix_text(Random &random)
     return ipv4_text(random) + '/' + std::to_string(8 + below(random, 25));
 }
 
+// An address with one of the masks that networks have.
 std::string ipv4_mask_text(Random &random)
 {
-    const uint32_t mask = htonl(UINT32_MAX << below(random, 25));
+    constexpr uint32_t lengths[] = {8, 16, 20, 22, 23, 24, 24, 24, 24, 24, 25, 26, 28, 29, 30, 32};
+    const uint32_t mask = htonl(UINT32_MAX << (32 - lengths[below(random, 16)]));
     char text[INET_ADDRSTRLEN];
     inet_ntop(AF_INET, &mask, text, sizeof text);
     return ipv4_text(random) + '/' + text;

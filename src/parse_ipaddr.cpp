@@ -508,7 +508,8 @@ struct WantedOutputs {
 };
 
 // The whole front door: any text, any family, any flags.
-int parse_any_address(uint32_t *af, const char *str, uint32_t flags, const WantedOutputs &wanted)
+[[gnu::noinline]] int parse_any_address(uint32_t *af, const char *str, uint32_t flags,
+                                        const WantedOutputs &wanted)
 {
     const ErrorText error = wanted.error;
     uint32_t private_af = 0;
@@ -623,18 +624,15 @@ void store_plain(uint32_t address, Ipv4Suffix suffix, const WantedOutputs &wante
         store_be32(static_cast<uint8_t *>(wanted.mask), suffix.value);
 }
 
-// Goes on behind a plain address, or from the start where there is none.
+// Goes on behind a plain address.
 [[gnu::noinline]] int parse_further(uint32_t *af, const char *str, uint32_t flags, PlainQuad plain,
                                     const WantedOutputs &wanted)
 {
-    if (plain.end != nullptr) {
-        const Ipv4Suffix suffix = read_plain_suffix(plain.end, flags);
-        if (suffix.kind != Ipv4Suffix::Kind::unreadable) {
-            store_plain(plain.value, suffix, wanted);
-            return check_ipv4(str, flags, plain.value, suffix, wanted.error);
-        }
-    }
-    return parse_any_address(af, str, flags, wanted);
+    const Ipv4Suffix suffix = read_plain_suffix(plain.end, flags);
+    if (suffix.kind == Ipv4Suffix::Kind::unreadable)
+        return parse_any_address(af, str, flags, wanted);
+    store_plain(plain.value, suffix, wanted);
+    return check_ipv4(str, flags, plain.value, suffix, wanted.error);
 }
 
 // Flags that make a difference to a plain text beyond what the plain reader knows.
@@ -662,7 +660,8 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
             return 0;
         }
     }
-    return parse_further(
-        af, str, flags, plain,
-        {address, address_len, pfxseen, pfxlen, maskseen, mask, mask_len, {errbuf, errlen}});
+    const WantedOutputs wanted{address,  address_len, pfxseen,  pfxlen,
+                               maskseen, mask,        mask_len, {errbuf, errlen}};
+    return plain.end != nullptr ? parse_further(af, str, flags, plain, wanted)
+                                : parse_any_address(af, str, flags, wanted);
 }
