@@ -660,6 +660,15 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
             return 0;
         }
     }
+    // Without flags, an IPv6 address needs nothing but inet_pton.
+    if (flags == 0 && af != nullptr && str != nullptr && *af == PARSE_AF_INET6 &&
+        address != nullptr && address_len >= ipv6_size &&
+        (mask == nullptr || mask_len >= ipv6_size) && inet_pton(AF_INET6, str, address) == 1) {
+        if (pfxseen != nullptr) *pfxseen = 0;
+        if (pfxlen != nullptr) *pfxlen = ipv6_bits;
+        if (maskseen != nullptr) *maskseen = 0;
+        return 0;
+    }
     const WantedOutputs wanted{address,  address_len, pfxseen,  pfxlen,
                                maskseen, mask,        mask_len, {errbuf, errlen}};
     return plain.end != nullptr ? parse_further(af, str, flags, plain, wanted)

@@ -12,8 +12,9 @@
  *  - Failure messages go to an error buffer of `errlen` bytes, for operators to read unchanged. A
  *    null buffer or a length of 0 means that no message is written. A message that does not fit is
  *    cut; it is always terminated inside the buffer. On success the buffer is untouched.
- *  - A required pointer that is null is a programming error: it is logged through the platform's
- *    logging() and the call goes on as the function describes.
+ *  - A required pointer that is null is a programming error. Where a function says that it is
+ *    logged, it goes to the platform's logging() and the call goes on as the function describes.
+ *  - Inputs and outputs of one call must not overlap.
  *  - errno stays as it was unless the function says otherwise.
  */
 #ifndef ORVEX_PARSE_H
@@ -169,7 +170,8 @@ ORVEX_PARSE_API int ipv6_address_type(const void *address);
  *    holds an empty text when the compressed address does not fit, the address and "/" as far as
  *    they fit when the compressed mask does not, and otherwise the text cut short; always
  *    terminated;
- *  - with errno EINVAL and an empty text when `address` is null, which is logged.
+ *  - with errno EINVAL and an empty text when `address` is null, which is logged, and there is a
+ *    buffer.
  */
 ORVEX_PARSE_API size_t _format_ipv6addr(const void *address, uint8_t full_form, int pfxseen,
                                         uint32_t pfxlen, int maskseen, const void *mask, char *buf,
@@ -180,7 +182,8 @@ ORVEX_PARSE_API size_t _format_ipv6addr(const void *address, uint8_t full_form, 
  * bits (0 to 128) of `prefix`, the rest zero, with "/" and `pfxlen` behind it when `pfxseen` is not
  * 0. No byte of `prefix` beyond `pfxlen` bits is read; `prefix` may be null when `pfxlen` is 0.
  *
- * Returns as _format_ipv6addr; 0 with errno EINVAL and an empty text when `pfxlen` is above 128.
+ * Returns as _format_ipv6addr; but whatever the buffer, 0 with errno EINVAL and an empty text when
+ * `pfxlen` is above 128.
  */
 ORVEX_PARSE_API size_t format_ipv6addr_partial(const void *prefix, uint32_t pfxlen, uint8_t pfxseen,
                                                char *buf, size_t buflen);
@@ -198,8 +201,8 @@ ORVEX_PARSE_API size_t format_ipv6addr_partial(const void *prefix, uint32_t pfxl
  * with a `mask` that is not null appends "/" and the mask.
  *
  * Returns the length of the text without its terminator. Returns 0
- *  - with errno EINVAL and `buf` untouched for another family, and with an empty text when
- *    `address` is needed and null, which is logged;
+ *  - with errno EINVAL and `buf` untouched for another family, and with an empty text when there is
+ *    a buffer but `address` is needed and null, which is logged;
  *  - with errno ENOSPC when `buf` is null, `buflen` is 0 or the text does not fit. The buffer then
  *    holds the text cut short, or an empty text in place of a keyword; always terminated.
  * On success the bytes of `buf` behind the terminator are unspecified when `full_form` is 0.

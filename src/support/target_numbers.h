@@ -126,6 +126,7 @@ constexpr bool read_few_digits(const char *at, Value &value, const char *&end)
 {
     using Limits = std::numeric_limits<Value>;
     constexpr int most = radix == 10 ? Limits::digits10 + 1 : (Limits::digits + 3) / 4;
+    static_assert(radix != 10 || most <= 19, "the digits may not fit 64 bits");
     uint64_t number = 0;
     int place = 0;
 #pragma GCC unroll 19
