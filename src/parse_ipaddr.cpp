@@ -115,10 +115,11 @@ int read_group_form(const ByteReading &reading)
             store_right_aligned(reading.bytes, number.value);
             return 0;
         }
-        if (number.value > 255)
+        if (number.value > 255) {
             return refuse(reading.error, EINVAL, result_of_large_group(reading, rest),
                           "invalid value '%lu' in %s: '%s'",
                           static_cast<unsigned long>(number.value), reading.subject, reading.text);
+        }
         reading.bytes[count++] = static_cast<uint8_t>(number.value);
         if (*rest != '.' || count == reading.bytes.size()) return end_bytes(reading, rest, count);
         group = rest + 1;
@@ -155,10 +156,11 @@ int read_prefix_length(const char *suffix, const char *str, Base base, uint32_t 
     if (*number.end != '\0')
         return refuse(error, EINVAL, rule_broken, "invalid input at '%s' in address '%s'",
                       number.end, str);
-    if (number.value > bits)
+    if (number.value > bits) {
         return refuse(error, EINVAL, rule_broken,
                       "prefix length '%lu' is larger than %u in address '%s'",
                       static_cast<unsigned long>(number.value), bits, str);
+    }
     out.pfxseen = 1;
     return 0;
 }

@@ -150,7 +150,7 @@ Outcome read_ip(const std::string &text, const IpOptions &options)
         parse_ipaddr(&value.af, text.c_str(), options.flags, value.address.data(),
                      value.address.size(), &value.pfxseen, &value.pfxlen, &value.maskseen,
                      value.mask.data(), value.mask.size(), message.data(), message.size());
-    if (result != 0) return {{}, message.c_str(), result, errno};
+    if (result != 0) return {{}, message.substr(0, message.find('\0')), result, errno};
     // The length of an address without a prefix tells its base family.
     const bool ipv6 =
         value.af == PARSE_AF_INET6 || value.af == 121 || value.af == 131 || value.af == 141;

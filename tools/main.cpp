@@ -1,6 +1,7 @@
 #include <orvex/parse.h>
 
 #include <cstdio>
+#include <exception>
 #include <string>
 
 #include "commands.h"
@@ -17,9 +18,7 @@ const char *const examples = R"(Examples:
 
 Exit status: 0 when every text was accepted, 1 when one was refused, 2 for wrong usage.)";
 
-}  // namespace
-
-int main(int argc, char **argv)
+int run(int argc, char **argv)
 {
     CLI::App app("Reads what operators of routers type, and prints the values.", "orvex-parse");
     app.set_version_flag("--version", std::string("orvex-parse ") + sw_version.release + " (" +
@@ -38,4 +37,16 @@ int main(int argc, char **argv)
         return wrong_usage;
     }
     return job();
+}
+
+}  // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "orvex-parse: %s\n", error.what());
+        return 1;
+    }
 }
