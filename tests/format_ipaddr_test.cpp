@@ -1,12 +1,9 @@
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
-#include <random>
 #include <string>
 
 #include "support/guarded.h"
@@ -16,6 +13,7 @@ namespace {
 using orvex_test::check_every_size;
 using orvex_test::Guarded;
 using orvex_test::Overflow;
+using orvex_test::Rest;
 
 using Bytes = std::array<uint8_t, 4>;
 
@@ -44,45 +42,25 @@ TEST(FormatIpaddr, FormsInEverySize)
         {{10, 0, 0, 1}, 1, 0, 0, 1, {255, 255, 255, 0}, "010.000.000.001/255.255.255.000"},
     };
     for (const Row &row : rows) {
-        check_every_size(row.expected, [&row](char *buf, size_t buflen) {
-            return format_ipaddr(PARSE_AF_INET, row.address.data(), row.full_form, row.pfxseen,
-                                 row.pfxlen, row.maskseen, row.mask.data(), buf, buflen);
-        });
+        const auto format = [&row](char *buf, size_t buflen) {
+            return format_ipaddr(PARSE_AF_INET, row.address.data(), row.full_form, row.pfxseen, row.pfxlen,
+                                 row.maskseen, row.mask.data(), buf, buflen);
+        };
+        check_every_size(row.expected, format, Overflow::cut, row.full_form != 0 ? Rest::zero : Rest::any);
     }
 }
 
 TEST(FormatIpaddr, KeywordsInEverySize)
 {
-    for (const auto &[word, text] : {std::pair{IPADDR_ANY_UNICAST, "any-unicast"},
-                                     std::pair{IPADDR_ANY_MULTICAST, "any-multicast"}}) {
+    for (const auto &[word, text] :
+         {std::pair{IPADDR_ANY_UNICAST, "any-unicast"}, std::pair{IPADDR_ANY_MULTICAST, "any-multicast"}}) {
         for (const uint8_t full_form : {uint8_t{0}, uint8_t{1}}) {
             const auto format = [word = word, full_form](char *buf, size_t buflen) {
                 const Bytes address = {10, 0, 0, 1};
-                return format_ipaddr(PARSE_AF_INET, address.data(), full_form, 1, 8, 1, &word, buf,
-                                     buflen);
+                return format_ipaddr(PARSE_AF_INET, address.data(), full_form, 1, 8, 1, &word, buf, buflen);
             };
             check_every_size(text, format, Overflow::empty);
         }
-    }
-}
-
-TEST(FormatIpaddr, FullFormClearsTheRestOfTheBuffer)
-{
-    const Bytes address = {1, 2, 3, 4};
-    const std::array<uint8_t, 16> ipv6{};
-    for (const size_t size : {20U, 32U, 90U}) {
-        Guarded buffer(size);
-        const size_t length =
-            format_ipaddr(PARSE_AF_INET, address.data(), 1, 0, 0, 0, nullptr, buffer.data(), size);
-        EXPECT_EQ(std::string(buffer.data() + length, size - length),
-                  std::string(size - length, '\0'));
-    }
-    for (const size_t size : {41U, 80U, 90U}) {
-        Guarded buffer(size);
-        const size_t length =
-            format_ipaddr(PARSE_AF_INET6, ipv6.data(), 1, 0, 0, 0, nullptr, buffer.data(), size);
-        EXPECT_EQ(std::string(buffer.data() + length, size - length),
-                  std::string(size - length, '\0'));
     }
 }
 
@@ -92,8 +70,7 @@ TEST(FormatIpaddr, RefusesOtherFamiliesAndMissingBuffers)
     for (const int family : {0, 1, 10, 73, -2}) {
         Guarded buffer(20);
         errno = 0;
-        EXPECT_EQ(format_ipaddr(family, address.data(), 1, 0, 0, 0, nullptr, buffer.data(), 20),
-                  0U);
+        EXPECT_EQ(format_ipaddr(family, address.data(), 1, 0, 0, 0, nullptr, buffer.data(), 20), 0U);
         EXPECT_EQ(errno, EINVAL);
         EXPECT_TRUE(buffer.untouched(true));
     }
@@ -102,33 +79,21 @@ TEST(FormatIpaddr, RefusesOtherFamiliesAndMissingBuffers)
     EXPECT_EQ(errno, ENOSPC);
 }
 
-// Every octet in every place, as printf and inet_ntop write it, and back.
-TEST(FormatIpaddr, ReadsBackWhatItPrints)
+// Every octet in every place, as printf writes it.
+TEST(FormatIpaddr, AllOctets)
 {
-    std::mt19937 random(3);
     for (unsigned value = 0; value < 256; ++value) {
-        Bytes bytes;
-        for (uint8_t &byte : bytes) byte = static_cast<uint8_t>(value + random() % 2 * random());
-        char expected[64];
-        std::snprintf(expected, sizeof expected, "%u.%u.%u.%u/%u", bytes[0], bytes[1], bytes[2],
-                      bytes[3], value % 33);
-        char text[64];
-        format_ipaddr(PARSE_AF_INET, bytes.data(), 0, 1, value % 33, 0, nullptr, text, sizeof text);
-        EXPECT_STREQ(text, expected);
+        const auto octet = [value](unsigned place) {
+            return static_cast<uint8_t>(value * (2 * place + 1) + 85 * place);
+        };
+        const Bytes bytes = {octet(0), octet(1), octet(2), octet(3)};
         for (const uint8_t full_form : {uint8_t{0}, uint8_t{1}}) {
-            format_ipaddr(PARSE_AF_INET, bytes.data(), full_form, 0, 0, 1, bytes.data(), text,
-                          sizeof text);
-            if (std::strncmp(text, "any-", 4) == 0) continue;
-            uint32_t af = PARSE_AF_INET;
-            Bytes address{};
-            Bytes mask{};
-            EXPECT_EQ(parse_ipaddr(&af, text, PARSE_IPADDR_PREFIX_OK | PARSE_IPADDR_MASK_OK,
-                                   address.data(), 4, nullptr, nullptr, nullptr, mask.data(), 4,
-                                   nullptr, 0),
-                      0)
-                << text;
-            EXPECT_EQ(address, bytes);
-            EXPECT_EQ(mask, bytes);
+            char expected[64];
+            std::snprintf(expected, sizeof expected, full_form != 0 ? "%03u.%03u.%03u.%03u/%03u" : "%u.%u.%u.%u/%u",
+                          bytes[0], bytes[1], bytes[2], bytes[3], value);
+            char text[64];
+            format_ipaddr(PARSE_AF_INET, bytes.data(), full_form, 1, value, 0, nullptr, text, sizeof text);
+            EXPECT_STREQ(text, expected);
         }
     }
 }

@@ -11,8 +11,8 @@ int main(void)
     char text[FORMAT_IPADDR_BUFSIZE];
     int32_t value = 0;
 
-    if (parse_ipaddr(&af, "10.1.0.0/16", PARSE_IPADDR_PREFIX_OK, address, sizeof address, NULL,
-                     &pfxlen, NULL, NULL, 0, NULL, 0) != 0)
+    if (parse_ipaddr(&af, "10.1.0.0/16", PARSE_IPADDR_PREFIX_OK, address, sizeof address, NULL, &pfxlen, NULL, NULL, 0,
+                     NULL, 0) != 0)
         return 1;
     if (format_ipaddr((int)af, address, 0, 1, pfxlen, 0, NULL, text, sizeof text) != 11) return 2;
     if (strcmp(text, "10.1.0.0/16") != 0) return 3;

@@ -27,8 +27,7 @@ class Guarded {
         const auto is_fill = [](char byte) { return byte == fill; };
         const auto inner = bytes_.begin() + guard;
         const auto behind = bytes_.end() - guard;
-        return std::all_of(bytes_.begin(), inner, is_fill) &&
-               std::all_of(behind, bytes_.end(), is_fill) &&
+        return std::all_of(bytes_.begin(), inner, is_fill) && std::all_of(behind, bytes_.end(), is_fill) &&
                (!whole || std::all_of(inner, behind, is_fill));
     }
 
@@ -49,13 +48,16 @@ class Guarded {
 // What a formatter must leave for a text that does not fit.
 enum class Overflow { cut, empty };
 
+// What a formatter must leave behind a text that fits.
+enum class Rest { any, zero };
+
 // Calls `format(buf, buflen)` with every size from 0 to two more than `expected` needs and checks
 // the result, errno, the text, its terminator and the guards.
 template <typename Format>
-void check_every_size(const std::string &expected, const Format &format,
-                      Overflow overflow = Overflow::cut)
+void check_every_size(const std::string &expected, const Format &format, Overflow overflow = Overflow::cut,
+                      Rest rest = Rest::any)
 {
-    for (size_t size = 0; size <= expected.size() + 3; ++size) {
+    for (size_t size = 0; size <= expected.size() + 3 || (rest == Rest::zero && size < 90); ++size) {
         SCOPED_TRACE("\"" + expected + "\" in " + std::to_string(size) + " bytes");
         Guarded buffer(size);
         errno = 77;
@@ -67,6 +69,10 @@ void check_every_size(const std::string &expected, const Format &format,
         if (size == 0) continue;
         const std::string cut = overflow == Overflow::cut ? expected.substr(0, size - 1) : "";
         EXPECT_EQ(buffer.text(), fits ? expected : cut);
+        if (fits && rest == Rest::zero) {
+            EXPECT_EQ(static_cast<size_t>(std::count(buffer.data() + result, buffer.data() + size, '\0')),
+                      size - result);
+        }
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <random>
@@ -25,8 +24,7 @@ static_assert(convert<uint32_t>("0x", Base::hexadecimal).end[0] == 'x');
 std::string random_text(std::mt19937 &random)
 {
     static constexpr char alphabet[] = "00123456789999abfxX+- \t.g";
-    static constexpr const char *starts[] = {"",   "",    "",  "-",  "+",
-                                             "0x", "-0x", "0", " -", "42949672"};
+    static constexpr const char *starts[] = {"", "", "", "-", "+", "0x", "-0x", "0", " -", "42949672"};
     std::string text = starts[random() % std::size(starts)];
     const bool digits_only = random() % 2 == 0;
     for (auto left = random() % 22; left > 0; --left)
@@ -38,22 +36,15 @@ std::string random_text(std::mt19937 &random)
 template <typename Value>
 void expect_as_host(const std::string &text, Base base)
 {
+    using Limits = std::numeric_limits<Value>;
     const auto ours = convert<Value>(text.c_str(), base);
     char *end = nullptr;
     errno = 0;
     const long long wide = std::strtoll(text.c_str(), &end, static_cast<int>(base));
-    bool out_of_range = errno == ERANGE;
-    Value expected = 0;
-    if constexpr (std::is_signed_v<Value>) {
-        expected = static_cast<Value>(std::clamp<long long>(wide, std::numeric_limits<Value>::min(),
-                                                            std::numeric_limits<Value>::max()));
-        out_of_range |= expected != wide;
-    } else {
-        constexpr long long most = std::numeric_limits<Value>::max();
-        out_of_range |= wide > most || wide < -most;
-        expected = out_of_range ? static_cast<Value>(most) : static_cast<Value>(wide);
-    }
-    EXPECT_EQ(ours.value, expected);
+    const long long least = Limits::is_signed ? Limits::min() : -static_cast<long long>(Limits::max());
+    const bool out_of_range = errno == ERANGE || wide < least || wide > static_cast<long long>(Limits::max());
+    const Value saturated = Limits::is_signed && wide < 0 ? Limits::min() : Limits::max();
+    EXPECT_EQ(ours.value, out_of_range ? saturated : static_cast<Value>(wide));
     EXPECT_EQ(ours.end, end);
     EXPECT_EQ(ours.out_of_range, out_of_range);
 }
