@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -45,34 +46,33 @@ class Guarded {
     std::vector<char> bytes_;
 };
 
-// What a formatter must leave for a text that does not fit.
-enum class Overflow { cut, empty };
+// What a formatter leaves in a buffer that is not as its text would like it.
+struct Leaves {
+    size_t nothing_up_to = 0;   // a buffer up to this size holds an empty text, a larger one the text cut short,
+    size_t at_most = SIZE_MAX;  // to this length
+    bool zero_rest = false;     // behind a text that fits, every byte is zero
+};
 
-// What a formatter must leave behind a text that fits.
-enum class Rest { any, zero };
-
-// Calls `format(buf, buflen)` with every size from 0 to two more than `expected` needs and checks
-// the result, errno, the text, its terminator and the guards.
+// Calls `format(buf, buflen)` with every size from 0 to more than `expected` needs and checks the result, errno, the
+// text, its terminator and the guards.
 template <typename Format>
-void check_every_size(const std::string &expected, const Format &format, Overflow overflow = Overflow::cut,
-                      Rest rest = Rest::any)
+void check_every_size(const std::string &expected, const Format &format, Leaves leaves = {})
 {
-    for (size_t size = 0; size <= expected.size() + 3 || (rest == Rest::zero && size < 90); ++size) {
+    for (size_t size = 0; size <= expected.size() + (leaves.zero_rest ? 50 : 3); ++size) {
         SCOPED_TRACE("\"" + expected + "\" in " + std::to_string(size) + " bytes");
         Guarded buffer(size);
         errno = 77;
         const size_t result = format(buffer.data(), size);
-        EXPECT_TRUE(buffer.untouched());
         const bool fits = size > expected.size();
+        EXPECT_TRUE(buffer.untouched());
         EXPECT_EQ(result, fits ? expected.size() : 0);
         EXPECT_EQ(errno, fits ? 77 : ENOSPC);
         if (size == 0) continue;
-        const std::string cut = overflow == Overflow::cut ? expected.substr(0, size - 1) : "";
+        const std::string cut =
+            size > leaves.nothing_up_to ? expected.substr(0, std::min(size - 1, leaves.at_most)) : "";
         EXPECT_EQ(buffer.text(), fits ? expected : cut);
-        if (fits && rest == Rest::zero) {
-            EXPECT_EQ(static_cast<size_t>(std::count(buffer.data() + result, buffer.data() + size, '\0')),
-                      size - result);
-        }
+        const auto zeros = std::count(buffer.data(), buffer.data() + size, '\0');
+        EXPECT_TRUE(!fits || !leaves.zero_rest || static_cast<size_t>(zeros) == size - result);
     }
 }
 
