@@ -20,8 +20,16 @@ CLI::App *add_command(CLI::App &app, const char *name, const char *description,
                       CommandOptions &options)
 {
     CLI::App *const command = app.add_subcommand(name, description);
-    command->add_option("TEXT", options.texts,
-                        "The texts to read; without any, or with -, the lines of standard input");
+    // Every argument left is a text as it stands: CLI11 reads "[a,b]" as a list where extra
+    // arguments are allowed, and ends the subcommand at a "--" behind the least number that it
+    // expects.
+    constexpr int unlimited = CLI::detail::expected_max_vector_size;
+    command
+        ->add_option("TEXT", options.texts,
+                     "The texts to read; without any, or with -, the lines of standard input")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->expected(unlimited / 2, unlimited)
+        ->allow_extra_args(false);
     command->add_flag("--json", options.json, "Print one JSON object a line");
     return command;
 }

@@ -1,9 +1,8 @@
-#include <arpa/inet.h>
 #include <orvex/parse.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 
 #include "commands.h"
 
@@ -73,14 +72,12 @@ std::string whole_text(const IpValue &value, uint8_t full_form)
     return text.data();
 }
 
-// The mask, or the keyword that stands in its place.
-std::string mask_text(const IpValue &value)
+// The mask, or the keyword that stands in its place: the bytes of both can be the same, but a
+// keyword has no "/".
+std::string mask_text(const std::string &input, const IpValue &value)
 {
-    uint32_t word = 0;
-    std::memcpy(&word, value.mask.data(), sizeof word);
-    const bool keyword =
-        value.base == PARSE_AF_INET && (word == IPADDR_ANY_UNICAST || word == IPADDR_ANY_MULTICAST);
-    return keyword ? whole_text(value, 0) : bare_text(value, value.mask.data());
+    const bool keyword = input.find('/') == std::string::npos;
+    return keyword ? input : bare_text(value, value.mask.data());
 }
 
 bool is_martian(const std::string &address)
@@ -126,7 +123,7 @@ std::vector<Field> fields_of(const std::string &input, const IpValue &value)
     if (value.pfxseen == 1)
         fields.push_back({"prefix_length", value.pfxlen, std::to_string(value.pfxlen)});
     if (value.maskseen == 1) {
-        const std::string mask = mask_text(value);
+        const std::string mask = mask_text(input, value);
         fields.push_back({"mask", mask, mask});
         fields.push_back({"mask_bytes", hexadecimal(value.mask.data(), value.size), {}});
     }
@@ -138,11 +135,17 @@ std::vector<Field> fields_of(const std::string &input, const IpValue &value)
     return fields;
 }
 
+// Tells the IPv6-based family codes among those that the library reads.
+bool is_ipv6_based(uint32_t af)
+{
+    return af == PARSE_AF_INET6 || af == 121 || af == 131 || af == 141;
+}
+
 Outcome read_ip(const std::string &text, const IpOptions &options)
 {
-    // The longest message quotes the text twice.
+    // No message quotes the text more than twice.
     static std::string message;
-    message.resize(std::max(message.size(), 2 * text.size() + 512));
+    message.resize(std::max(message.size(), 3 * text.size() + 512));
     IpValue value;
     value.af = options.family;
     errno = 0;
@@ -151,9 +154,7 @@ Outcome read_ip(const std::string &text, const IpOptions &options)
                      value.address.size(), &value.pfxseen, &value.pfxlen, &value.maskseen,
                      value.mask.data(), value.mask.size(), message.data(), message.size());
     if (result != 0) return {{}, message.substr(0, message.find('\0')), result, errno};
-    // The length of an address without a prefix tells its base family.
-    const bool ipv6 =
-        value.af == PARSE_AF_INET6 || value.af == 121 || value.af == 131 || value.af == 141;
+    const bool ipv6 = is_ipv6_based(value.af);
     value.base = ipv6 ? PARSE_AF_INET6 : PARSE_AF_INET;
     value.size = ipv6 ? 16 : 4;
     return {fields_of(text, value), {}, 0, 0};

@@ -1,7 +1,9 @@
 #include <orvex/parse.h>
 
+#include <csignal>
 #include <cstdio>
 #include <exception>
+#include <sstream>
 #include <string>
 
 #include "commands.h"
@@ -18,8 +20,19 @@ const char *const examples = R"(Examples:
 
 Exit status: 0 when every text was accepted, 1 when one was refused, 2 for wrong usage.)";
 
+// What --help and --version ask for.
+int print_answer(const CLI::App &app, const CLI::ParseError &question)
+{
+    std::ostringstream answer;
+    app.exit(question, answer, answer);
+    std::fputs(answer.str().c_str(), stdout);
+    return finish_output(0);
+}
+
 int run(int argc, char **argv)
 {
+    // A closed output is seen where it is written.
+    std::signal(SIGPIPE, SIG_IGN);
     CLI::App app("Reads what operators of routers type, and prints the values.", "orvex-parse");
     app.set_version_flag("--version", std::string("orvex-parse ") + sw_version.release + " (" +
                                           sw_version.build + ")");
@@ -31,7 +44,7 @@ int run(int argc, char **argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
-        if (error.get_exit_code() == 0) return app.exit(error);
+        if (error.get_exit_code() == 0) return print_answer(app, error);
         std::fprintf(stderr, "orvex-parse: %s\nRun orvex-parse --help to see how it is used.\n",
                      error.what());
         return wrong_usage;

@@ -36,7 +36,7 @@ Outcome read_number(const std::string &text, int32_t limit)
     int32_t value = 0;
     errno = 0;
     if (parse_number(text.c_str(), &value, limit) == 1) return accepted(value);
-    return refused(text, "a number below " + std::to_string(limit), 0);
+    return refused(text, "a number from 0 to " + std::to_string(int64_t{limit} - 1), 0);
 }
 
 }  // namespace
@@ -55,7 +55,7 @@ void add_number_commands(CLI::App &app, Job &job)
         job = [] { return run_texts(options, Style::value, read_integer<int64_t, parse_quad>); };
     });
     CLI::App *const number =
-        add_command(app, "number", "Decimal numbers from 0 up to a limit", options);
+        add_command(app, "number", "Decimal numbers from 0 to below a limit", options);
     number->add_option("--limit", options.limit, "What every number must be below")->required();
     number->callback([&job] {
         job = [] {

@@ -4,10 +4,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "texts.h"
 
@@ -26,17 +27,19 @@ Json error_name(int error)
     }
 }
 
-Json json_record(const std::string &input, const Outcome &outcome)
+// Leaves the fields of `outcome` without their values.
+Json json_record(const std::string &input, Outcome &outcome)
 {
-    Json record = {{"input", input}};
+    Json record;
+    record["input"] = input;
     if (!outcome.message.empty()) {
         record["error"] = outcome.message;
         record["code"] = outcome.code;
         record["errno"] = error_name(outcome.error);
         return record;
     }
-    for (const Field &field : outcome.fields)
-        if (!field.value.is_null()) record[field.key] = field.value;
+    for (Field &field : outcome.fields)
+        if (!field.value.is_null()) record[field.key] = std::move(field.value);
     return record;
 }
 
@@ -50,7 +53,7 @@ std::string labelled(const Field &field)
     return label + field.text + '\n';
 }
 
-std::string formatted(const std::string &input, const Outcome &outcome, Style style, bool first)
+std::string formatted(const std::string &input, Outcome &outcome, Style style, bool first)
 {
     if (style == Style::json)
         return json_record(input, outcome).dump(-1, ' ', false, Json::error_handler_t::replace) +
@@ -66,11 +69,17 @@ std::string formatted(const std::string &input, const Outcome &outcome, Style st
 
 void report(const Text &text, const std::string &message)
 {
-    if (text.line != 0) std::fprintf(stderr, "line %zu: ", text.line);
-    std::fprintf(stderr, "%s\n", message.c_str());
+    const std::string place = text.line == 0 ? "" : "line " + std::to_string(text.line) + ": ";
+    std::fprintf(stderr, "%s%s\n", place.c_str(), message.c_str());
 }
 
-// A reader that goes away is no fault of ours.
+void use_large_buffers()
+{
+    static std::array<std::array<char, 65536>, 2> buffers;
+    std::setvbuf(stdin, buffers[0].data(), _IOFBF, buffers[0].size());
+    std::setvbuf(stdout, buffers[1].data(), _IOFBF, buffers[1].size());
+}
+
 int end_of_output(int status)
 {
     if (errno == EPIPE) return status;
@@ -80,16 +89,18 @@ int end_of_output(int status)
 
 }  // namespace
 
+int finish_output(int status) { return std::fflush(stdout) == 0 ? status : end_of_output(status); }
+
 int run_texts(const Options &options, Style human_style, const Reader &reader)
 {
-    std::signal(SIGPIPE, SIG_IGN);
+    use_large_buffers();
     const Style style = options.json ? Style::json : human_style;
     const bool interactive = isatty(STDOUT_FILENO) != 0;
     int status = 0;
     bool first = true;
     Texts texts(options.texts);
     for (Text text; texts.next(text);) {
-        const Outcome outcome =
+        Outcome outcome =
             text.fault != nullptr ? Outcome{{}, text.fault, -1, 0} : reader(text.value);
         if (!outcome.message.empty()) {
             report(text, outcome.message);
@@ -106,5 +117,5 @@ int run_texts(const Options &options, Style human_style, const Reader &reader)
         std::fprintf(stderr, "orvex-parse: cannot read standard input\n");
         status = 1;
     }
-    return std::fflush(stdout) == 0 ? status : end_of_output(status);
+    return finish_output(status);
 }

@@ -35,6 +35,10 @@ struct Options {
 
 using Reader = std::function<Outcome(const std::string &text)>;
 
+// Ends the output: returns `status`, or 1 behind a message when the output cannot be written. A
+// reader that went away is no fault.
+int finish_output(int status);
+
 // Returns the exit status: 0 when every text was accepted, else 1.
 int run_texts(const Options &options, Style human_style, const Reader &reader);
 

@@ -35,13 +35,15 @@ bool Texts::next_line(Text &text)
     if (character == EOF) return false;
     size_t length = 0;
     for (; character != EOF && character != '\n'; character = getc_unlocked(stdin)) {
-        if (++length <= longest_line) text.value += static_cast<char>(character);
+        // One more, for the CR of a line end.
+        if (++length <= longest_line + 1) text.value += static_cast<char>(character);
     }
+    const bool whole = text.value.size() == length;
+    if (whole && text.value.ends_with('\r')) text.value.pop_back();
     if (text.value.find('\0') != std::string::npos) text.fault = "the line holds a NUL character";
-    if (length > longest_line) {
+    if (!whole || text.value.size() > longest_line) {
         text.fault = "the line is too long";
         text.value.resize(kept_of_long_line);
     }
-    if (text.value.ends_with('\r')) text.value.pop_back();
     return true;
 }
