@@ -284,8 +284,8 @@ int check_ipv4_host_bits(const char *str, uint32_t address, Ipv4Suffix suffix, E
 }
 
 // The checks on an IPv4 text that was read.
-int check_ipv4(const char *str, uint32_t flags, uint32_t address, Ipv4Suffix suffix,
-               ErrorText error)
+[[gnu::noinline]] int check_ipv4(const char *str, uint32_t flags, uint32_t address,
+                                 Ipv4Suffix suffix, ErrorText error)
 {
     const bool seen = suffix.kind != Ipv4Suffix::Kind::none;
     const int result = check_required(str, flags, seen, error);
@@ -626,14 +626,16 @@ void store_plain(uint32_t address, Ipv4Suffix suffix, const WantedOutputs &wante
         store_be32(static_cast<uint8_t *>(wanted.mask), suffix.value);
 }
 
-// Goes on behind a plain address.
-[[gnu::noinline]] int parse_further(uint32_t *af, const char *str, uint32_t flags, PlainQuad plain,
-                                    const WantedOutputs &wanted)
+// Reads on behind a plain address and checks the whole.
+[[gnu::noinline]] int finish_plain_ipv4(uint32_t *af, const char *str, uint32_t flags,
+                                        PlainQuad plain, const WantedOutputs &wanted)
 {
     const Ipv4Suffix suffix = read_plain_suffix(plain.end, flags);
-    if (suffix.kind == Ipv4Suffix::Kind::unreadable)
+    if (suffix.kind == Ipv4Suffix::Kind::unreadable) [[unlikely]]
         return parse_any_address(af, str, flags, wanted);
     store_plain(plain.value, suffix, wanted);
+    if ((flags & (PARSE_IPADDR_PREFIX_REQUIRED | PARSE_IPADDR_HOST_ZERO)) == 0) [[likely]]
+        return 0;
     return check_ipv4(str, flags, plain.value, suffix, wanted.error);
 }
 
@@ -653,10 +655,10 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
     PlainQuad plain{nullptr, 0};
     if (af != nullptr && str != nullptr && *af == PARSE_AF_INET && (flags & special_flags) == 0 &&
         (address == nullptr || address_len >= ipv4_size) &&
-        (mask == nullptr || mask_len >= ipv4_size)) {
+        (mask == nullptr || mask_len >= ipv4_size)) [[likely]] {
         plain = read_plain_quad(str);
         if (plain.end != nullptr && *plain.end == '\0' &&
-            (flags & PARSE_IPADDR_PREFIX_REQUIRED) == 0) {
+            (flags & PARSE_IPADDR_PREFIX_REQUIRED) == 0) [[likely]] {
             store_plain(plain.value, {Ipv4Suffix::Kind::none, ipv4_bits},
                         {address, address_len, pfxseen, pfxlen, maskseen, mask, mask_len, {}});
             return 0;
@@ -673,6 +675,6 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
     }
     const WantedOutputs wanted{address,  address_len, pfxseen,  pfxlen,
                                maskseen, mask,        mask_len, {errbuf, errlen}};
-    return plain.end != nullptr ? parse_further(af, str, flags, plain, wanted)
+    return plain.end != nullptr ? finish_plain_ipv4(af, str, flags, plain, wanted)
                                 : parse_any_address(af, str, flags, wanted);
 }
