@@ -219,12 +219,13 @@ TEST(ParseIpaddr, FamilyAndStorage)
     for (const auto &[family, size] :
          {std::pair{2U, 4U}, std::pair{73U, 4U}, std::pair{28U, 16U}, std::pair{141U, 16U}}) {
         uint32_t af = family;
-        Guarded bytes(size - 1);
+        const size_t room = size - 1;
+        Guarded bytes(room);
         Guarded message(64);
         const auto parse = [&](void *address, void *mask) {
             errno = 0;
-            EXPECT_EQ(parse_ipaddr(&af, "bad", 0, address, size - 1, nullptr, nullptr, nullptr, mask, size - 1,
-                                   message.data(), message.size()),
+            EXPECT_EQ(parse_ipaddr(&af, "bad", 0, address, room, nullptr, nullptr, nullptr, mask, room, message.data(),
+                                   message.size()),
                       -2);
             EXPECT_EQ(errno, ENOSPC);
             return message.text();
