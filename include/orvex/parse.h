@@ -14,7 +14,7 @@
  *    cut; it is always terminated inside the buffer. On success the buffer is untouched.
  *  - A required pointer that is null is a programming error. Where a function says that it is
  *    logged, it goes to the platform's logging() and the call goes on as the function describes.
- *  - Inputs and outputs of one call must not overlap.
+ *  - Nothing that is passed to one call may overlap, neither inputs and outputs nor two outputs.
  *  - errno stays as it was unless the function says otherwise.
  */
 #ifndef ORVEX_PARSE_H
@@ -107,21 +107,23 @@ ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit)
  * `pfxlen`    receives the prefix length, 0 to 32 or 0 to 128; 32 or 128 when none was given.
  * `maskseen`  receives 1 when a mask or an "any-" keyword was given, else 0.
  * `mask`      receives 4 or 16 bytes when a mask was given, its one bits in any order;
- *             `mask_len` is the room that it has. Under PARSE_IPADDR_ANY_OK it is set to zero, or
- *             to a keyword's word, for every IPv4 text; otherwise it is untouched without a mask.
+ *             `mask_len` is the room that it has. It is untouched without a mask, except that
+ *             PARSE_IPADDR_ANY_OK sets it to zero, or to a keyword's word, for every IPv4 text that
+ *             is not "default" or "all" under PARSE_IPADDR_DEFAULT_OK.
  * Each output may be null; the text is checked all the same.
  *
  * IPv4 texts: one to four decimal groups joined by "." and never octal, the missing ones zero
- * ("10.1" is 10.1.0.0); a hexadecimal number after "0x"; under PARSE_IPADDR_INTEGER_OK one decimal
- * number. The prefix length may be decimal, octal (leading 0) or hexadecimal (leading 0x). A text
- * with a "/" has at most 31 characters.
+ * ("10.1" and "10.1." are 10.1.0.0); a hexadecimal number after "0x"; under PARSE_IPADDR_INTEGER_OK
+ * one decimal number. White space and one sign may stand before a number, but no "-" first. The
+ * prefix length may be decimal, octal (leading 0) or hexadecimal (leading 0x). A text with a "/"
+ * has at most 31 characters.
  * IPv6 texts: those of RFC 4291 section 2.2. The prefix length is decimal. A text with a "/" has
  * at most 91 characters.
  *
  * Returns
  *   0  success; errno as it was.
- *  -1  the text is not an address of this family; errno EINVAL, or as it was when the IPv6 address
- *      cannot be read; or the family is not supported: errno PARSE_EAFNOSUPPORT.
+ *  -1  the text, or an IPv4 mask in it, cannot be read; errno EINVAL, or as it was when it is the
+ *      IPv6 address that cannot; or the family is not supported: errno PARSE_EAFNOSUPPORT.
  *  -2  the text is an address but wrong or not allowed here: errno EINVAL, or as it was when an
  *      IPv6 mask cannot be read or one of PARSE_IPADDR_MULTICAST, PARSE_IPADDR_NO_MARTIAN and
  *      PARSE_IPADDR_UNICAST refuses it; or `address` or `mask` is too small: errno ENOSPC, and
