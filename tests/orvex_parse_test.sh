@@ -82,7 +82,6 @@ expect 'a bounded number' 1 '{"input":"9","value":9}
   "'10' is not a number from 0 to 9" number --limit 10 --json 9 10
 
 printf '1\r\n2\0d\n%070000d\n\xff\n5' 0 >"$scratch/in"
-expect 'lines' 1 $'1\n5' $'line 2: the line holds a NUL character\nline 3: the line is too long\nline 4: \'\xff\' is not an integer' integer
 zeros=$(printf '%064d' 0)
 expect 'lines as objects' 1 "{\"input\":\"1\",\"value\":1}
 {\"input\":\"2\\u0000d\",\"error\":\"the line holds a NUL character\",\"code\":-1,\"errno\":null}

@@ -88,7 +88,7 @@ void check(uint32_t family, const Row (&rows)[count])
     }
 }
 
-TEST(ParseIpaddr, Ipv4Grammar)
+TEST(ParseIpaddr, Ipv4)
 {
     const Row rows[] = {
         {"010.001.1.08", 0, "10.1.1.8"},
@@ -112,13 +112,6 @@ TEST(ParseIpaddr, Ipv4Grammar)
         {"4294967295", integer, "255.255.255.255"},
         {"default", default_ok, "0.0.0.0/0"},
         {"Default", default_ok, "-1 EINVAL invalid input at 'Default' in ip address: 'Default'"},
-    };
-    check(PARSE_AF_INET, rows);
-}
-
-TEST(ParseIpaddr, Ipv4Suffixes)
-{
-    const Row rows[] = {
         {"10.0.0.0/010", pfx, "10.0.0.0/8"},
         {"10.0.0.0/0x18", pfx, "10.0.0.0/24"},
         {"10.0.0.0/08", pfx, "-2 EINVAL invalid input at '8' in address '10.0.0.0/08'"},
@@ -169,8 +162,6 @@ TEST(ParseIpaddr, Ipv6)
         {"/64", pfx, "-1 '' is not a valid ipv6 address"},
         {"2001:db8::/129", pfx, "-2 EINVAL prefix length '129' is larger than 128 in address '2001:db8::/129'"},
         {"::/255.0.0.0", pfx, "-2 EINVAL invalid input at '.0.0.0' in address '::/255.0.0.0'"},
-        {"2001:db8::/ffff:ffff::", pfx,
-         "-2 EINVAL invalid input at '/ffff:ffff::' in address '2001:db8::/ffff:ffff::'"},
         {"2001:db8::/ffff:zz::", mask_ok, "-2 'ffff:zz::' is not a valid ipv6 mask"},
         {"2001:db8:8000::/33", host_zero, "2001:db8:8000::/33"},
         {"2001:db8:4000::/33", host_zero, "-2 EINVAL host portion of '2001:db8:4000::/33' must be zero"},

@@ -56,45 +56,27 @@ constexpr unsigned digit_of(char character)
     return static_cast<unsigned char>(character) - unsigned{'0'};
 }
 
-// Goes on behind digits that fit, with a check at every further one; reads all digits.
-template <unsigned radix, typename Magnitude>
-[[gnu::noinline]] constexpr DigitRun<Magnitude> read_more_digits(DigitRun<Magnitude> run)
+// Reads all digits of a base, also behind an overflow.
+template <typename Magnitude>
+constexpr DigitRun<Magnitude> read_digits(const char *at, unsigned radix)
 {
-    for (unsigned digit = 0; (digit = digit_of<radix>(*run.end)) < radix; ++run.end) {
+    DigitRun<Magnitude> run{0, at, false};
+    for (unsigned digit = 0; (digit = digit_value(*run.end)) < radix; ++run.end) {
         run.overflow |= __builtin_mul_overflow(run.value, Magnitude{radix}, &run.value);
         run.overflow |= __builtin_add_overflow(run.value, Magnitude{digit}, &run.value);
     }
     return run;
 }
 
-template <unsigned radix, typename Magnitude>
-constexpr DigitRun<Magnitude> read_digits(const char *at)
-{
-    // As many digits as fit whatever they are.
-    constexpr int bits = std::numeric_limits<Magnitude>::digits;
-    constexpr int unchecked = radix == 10   ? std::numeric_limits<Magnitude>::digits10
-                              : radix == 16 ? bits / 4
-                                            : bits / 3;
-    Magnitude value = 0;
-#pragma GCC unroll 8
-    for (int place = 0; place < unchecked; ++place) {
-        const unsigned digit = digit_of<radix>(at[place]);
-        if (digit >= radix) return {value, at + place, false};
-        value = static_cast<Magnitude>(value * radix + digit);
-    }
-    return read_more_digits<radix, Magnitude>({value, at + unchecked, false});
-}
-
 template <typename Magnitude>
 constexpr DigitRun<Magnitude> read_magnitude(const char *at, Base base)
 {
     if (base == Base::decimal || (base == Base::from_prefix && *at != '0'))
-        return read_digits<10, Magnitude>(at);
+        return read_digits<Magnitude>(at, 10);
     // The prefix counts only when a digit follows; "0x" alone is a zero and an "x".
     if (at[0] == '0' && (at[1] == 'x' || at[1] == 'X') && digit_value(at[2]) < 16)
-        return read_digits<16, Magnitude>(at + 2);
-    return base == Base::hexadecimal ? read_digits<16, Magnitude>(at)
-                                     : read_digits<8, Magnitude>(at);
+        return read_digits<Magnitude>(at + 2, 16);
+    return read_digits<Magnitude>(at, base == Base::hexadecimal ? 16 : 8);
 }
 
 // Any text, signs, white space, prefixes and values out of range included.
