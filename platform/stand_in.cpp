@@ -1,5 +1,4 @@
-// The stand-in platform: a single chassis without interface types, virtual slots or hooks of its
-// own, so that the parser runs where there is no router.
+// The stand-in platform: answers the parser out of the installed profile.
 #include "orvex/stand_in.h"
 
 #include <array>
@@ -8,21 +7,151 @@
 #include <cstdio>
 #include <cstring>
 
+#include "default_profile.h"
+
 namespace {
 
-constexpr int32_t fpc_slots = 12;
-constexpr product_info product{};
+constexpr int32_t wrapped(uint32_t value) { return static_cast<int32_t>(value); }
+
+// Compares a type's name with the first `length` characters of `text`, as strcmp does.
+constexpr int compare_name(const char *name, const char *text, size_t length)
+{
+    for (size_t i = 0; i < length; ++i) {
+        const auto left = static_cast<unsigned char>(name[i]);
+        const auto right = static_cast<unsigned char>(text[i]);
+        if (left != right) return left < right ? -1 : 1;
+        if (left == '\0') return 0;
+    }
+    return name[length] == '\0' ? 0 : 1;
+}
+
+constexpr size_t length_of(const char *text)
+{
+    size_t length = 0;
+    while (text[length] != '\0') ++length;
+    return length;
+}
+
+constexpr bool is_sorted(const orvex_interface_type *types, size_t count)
+{
+    for (size_t i = 0; i < count; ++i) {
+        const char *const name = types[i].name;
+        if (name == nullptr || name[0] == '\0') return false;
+        if (i > 0 && compare_name(types[i - 1].name, name, length_of(name)) >= 0) return false;
+    }
+    return true;
+}
+
+// The profile in force, and for each first letter where its types start in the sorted catalogue.
+struct Platform {
+    orvex_platform_profile profile{};
+    product_info product{};
+    std::array<size_t, 257> first_of_letter{};
+
+    constexpr explicit Platform(const orvex_platform_profile &described) : profile(described)
+    {
+        product.product_id = profile.product_id;
+        product.multi_chassis_size = profile.multi_chassis_size;
+        size_t type = 0;
+        for (unsigned letter = 0; letter < first_of_letter.size(); ++letter) {
+            while (type < profile.type_count &&
+                   static_cast<unsigned char>(profile.types[type].name[0]) < letter)
+                ++type;
+            first_of_letter[letter] = type;
+        }
+    }
+};
+
+static_assert(is_sorted(default_types.data(), default_types.size()));
+constinit Platform platform{default_profile};
 
 orvex_log_sink log_sink = nullptr;
 void *log_context = nullptr;
 
+bool has_product_record() { return platform.profile.product_record != ORVEX_PRODUCT_NONE; }
+
+int32_t map_slot(const orvex_slot_mapping &mapping, int32_t lcc, int32_t fpc)
+{
+    const auto slots = static_cast<uint32_t>(mapping.slots_per_lcc);
+    return wrapped(static_cast<uint32_t>(mapping.first) + static_cast<uint32_t>(lcc) * slots +
+                   static_cast<uint32_t>(fpc));
+}
+
+// The arguments of the hook that reads an attribute.
+struct AttributeRequest {
+    const char *key = nullptr;
+    void **buffer = nullptr;
+    size_t size = 0;
+    int32_t *status = nullptr;
+
+    explicit AttributeRequest(const platform_hook_arg *arg)
+    {
+        for (; arg->name != nullptr; ++arg) {
+            if (std::strcmp(arg->name, "key_name") == 0)
+                key = reinterpret_cast<const char *>(arg->value);
+            else if (std::strcmp(arg->name, "attrib_buf") == 0)
+                buffer = reinterpret_cast<void **>(arg->value);
+            else if (std::strcmp(arg->name, "attrib_size") == 0)
+                size = arg->value;
+            else if (std::strcmp(arg->name, "ret") == 0)
+                status = reinterpret_cast<int32_t *>(arg->value);
+        }
+    }
+
+    [[nodiscard]] bool complete() const
+    {
+        return key != nullptr && buffer != nullptr && *buffer != nullptr && status != nullptr;
+    }
+};
+
+// Hands over an attribute's value, `size` bytes of it.
+void give_attribute(const AttributeRequest &request, const orvex_attribute &attribute,
+                    const void *value, size_t size)
+{
+    *request.status = request.size < size ? ENOSPC : attribute.status;
+    if (*request.status == 0) std::memcpy(*request.buffer, value, size);
+}
+
+int read_attribute(const AttributeRequest &request)
+{
+    const orvex_platform_profile &profile = platform.profile;
+    if (profile.has_attributes == 0) return ENOENT;
+    if (!request.complete()) return EINVAL;
+    if (std::strcmp(request.key, "global.is_l2ng_product") == 0) {
+        const auto value = static_cast<uint8_t>(profile.is_l2ng_product.value);
+        give_attribute(request, profile.is_l2ng_product, &value, sizeof value);
+    } else if (std::strcmp(request.key, "global.max_ifl_subunit") == 0) {
+        const int32_t value = profile.max_ifl_subunit.value;
+        give_attribute(request, profile.max_ifl_subunit, &value, sizeof value);
+    } else {
+        *request.status = ENOENT;
+    }
+    return 0;
+}
+
 }  // namespace
+
+// ---- The stand-in's own interface ----
 
 void orvex_platform_set_log_sink(orvex_log_sink sink, void *context)
 {
     log_sink = sink;
     log_context = context;
 }
+
+const orvex_platform_profile *orvex_platform_default_profile() { return &default_profile; }
+
+int orvex_platform_install(const orvex_platform_profile *profile)
+{
+    if (profile == nullptr) profile = &default_profile;
+    if (!is_sorted(profile->types, profile->type_count)) return -1;
+    platform = Platform(*profile);
+    product_infop =
+        profile->product_record == ORVEX_PRODUCT_BY_POINTER ? &platform.product : nullptr;
+    return 0;
+}
+
+// ---- Logging and hooks ----
 
 void logging(int level, const char *format, ...)
 {
@@ -41,35 +170,90 @@ void logging(int level, const char *format, ...)
 
 int platform_hooks_init(const char * /*group*/) { return 0; }
 
-int platform_hook_call(const char *hook_name, platform_hook_arg * /*arg_list*/, int32_t *answer)
+int platform_hook_call(const char *hook_name, platform_hook_arg *arg_list, int32_t *answer)
 {
-    if (std::strcmp(hook_name, "running_in_container") != 0) return ENOENT;
-    *answer = 0;
-    return 0;
+    if (std::strcmp(hook_name, "running_in_container") == 0) {
+        *answer = platform.profile.running_in_container;
+        return 0;
+    }
+    if (std::strcmp(hook_name, "ui_hook_pvidb_get_value") == 0)
+        return read_attribute(AttributeRequest(arg_list));
+    return ENOENT;
 }
 
-const interface_info *interface_info_byname(const char * /*text*/, size_t /*length*/)
+// ---- Interface types ----
+
+const interface_info *interface_info_byname(const char *text, size_t length)
 {
+    if (length == 0) return nullptr;
+    const auto letter = static_cast<unsigned char>(text[0]);
+    size_t low = platform.first_of_letter[letter];
+    size_t high = platform.first_of_letter[letter + 1U];
+    while (low < high) {
+        const size_t middle = low + (high - low) / 2;
+        const orvex_interface_type &type = platform.profile.types[middle];
+        const int order = compare_name(type.name, text, length);
+        if (order == 0) return &type.info;
+        if (order < 0)
+            low = middle + 1;
+        else
+            high = middle;
+    }
     return nullptr;
 }
-uint32_t interface_info_index(const interface_info * /*entry*/) { return 0; }
-uint32_t get_virtual_fpc_picslots(uint32_t /*index*/) { return 0; }
 
-const product_info *product_infop = &product;
-const product_info *product_info_data() { return &product; }
-int orvex_product_info_is_virtual_fpc_enabled() { return 0; }
-int32_t orvex_product_info_get_router_min_virtual_fpc_slot() { return 0; }
-int32_t orvex_product_info_get_router_max_virtual_fpc_slot() { return -1; }
+uint32_t interface_info_index(const interface_info *entry)
+{
+    const auto offset = reinterpret_cast<uintptr_t>(entry) -
+                        reinterpret_cast<uintptr_t>(&platform.profile.types->info);
+    return static_cast<uint32_t>(offset / sizeof(orvex_interface_type));
+}
 
-uint8_t chassis_is_switch_chassis() { return 0; }
-uint8_t chassis_is_line_card_chassis() { return 0; }
-uint8_t chassis_is_multi_chassis_root() { return 0; }
-uint8_t chassis_has_wide_vtnet_units() { return 0; }
-uint8_t chassis_uses_global_slots_a() { return 0; }
-uint8_t chassis_uses_global_slots_b() { return 0; }
-int32_t chassis_get_max_fpc_slots() { return fpc_slots; }
+uint32_t get_virtual_fpc_picslots(uint32_t index)
+{
+    if (index >= platform.profile.type_count) return 0;
+    return platform.profile.types[index].virtual_pic_slots;
+}
+
+// ---- Product ----
+
+const product_info *product_infop = &platform.product;
+
+const product_info *product_info_data()
+{
+    return has_product_record() ? &platform.product : nullptr;
+}
+
+int orvex_product_info_is_virtual_fpc_enabled() { return platform.profile.has_virtual_fpcs; }
+int32_t orvex_product_info_get_router_min_virtual_fpc_slot()
+{
+    return platform.profile.min_virtual_fpc_slot;
+}
+int32_t orvex_product_info_get_router_max_virtual_fpc_slot()
+{
+    return platform.profile.max_virtual_fpc_slot;
+}
+
+// ---- Chassis ----
+
+uint8_t chassis_is_switch_chassis()
+{
+    return platform.profile.chassis_kind == ORVEX_CHASSIS_SWITCH ? 1 : 0;
+}
+uint8_t chassis_is_line_card_chassis()
+{
+    return platform.profile.chassis_kind == ORVEX_CHASSIS_LINE_CARD ? 1 : 0;
+}
+uint8_t chassis_is_multi_chassis_root() { return platform.profile.is_multi_chassis_root; }
+uint8_t chassis_has_wide_vtnet_units() { return platform.profile.has_wide_vtnet_units; }
+uint8_t chassis_uses_global_slots_a() { return platform.profile.uses_global_slots_a; }
+uint8_t chassis_uses_global_slots_b() { return platform.profile.uses_global_slots_b; }
+int32_t chassis_get_max_fpc_slots() { return platform.profile.max_fpc_slots; }
 int32_t chassis_local_slot_to_global_slot(int32_t fpc, int32_t lcc)
 {
-    return lcc * fpc_slots + fpc;
+    return map_slot(platform.profile.local_to_global, lcc, fpc);
 }
-int32_t chassis_lcc_slot_to_scc_slot(int32_t lcc, int32_t fpc) { return lcc * fpc_slots + fpc; }
+int32_t chassis_lcc_slot_to_scc_slot(int32_t lcc, int32_t fpc)
+{
+    return map_slot(platform.profile.lcc_to_scc, lcc, fpc);
+}

@@ -8,11 +8,17 @@ A ORVEX_PARSE_1
 T _format_ipv6addr@@ORVEX_PARSE_1
 T format_ipaddr@@ORVEX_PARSE_1
 T format_ipv6addr_partial@@ORVEX_PARSE_1
+T get_fpc_picslots_byname@@ORVEX_PARSE_1
+T ifalias_to_ifl@@ORVEX_PARSE_1
 T ipv6_address_type@@ORVEX_PARSE_1
+T is_interface_alias@@ORVEX_PARSE_1
+T parse_4_level_chassis@@ORVEX_PARSE_1
 T parse_integer@@ORVEX_PARSE_1
+T parse_interface@@ORVEX_PARSE_1
 T parse_ipaddr@@ORVEX_PARSE_1
 T parse_ipaddr_is_unicast@@ORVEX_PARSE_1
 T parse_number@@ORVEX_PARSE_1
+D parse_pf_attrib@@ORVEX_PARSE_1
 T parse_quad@@ORVEX_PARSE_1
 R sw_version@@ORVEX_PARSE_1"
 needed="\

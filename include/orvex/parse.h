@@ -22,6 +22,7 @@
 
 #include <stddef.h>
 #include <stdint.h>
+#include <stdio.h>
 
 #if defined(__GNUC__)
 #define ORVEX_PARSE_API __attribute__((visibility("default")))
@@ -212,6 +213,150 @@ ORVEX_PARSE_API size_t format_ipv6addr_partial(const void *prefix, uint32_t pfxl
 ORVEX_PARSE_API size_t format_ipaddr(int af, const void *address, uint8_t full_form, int pfxseen,
                                      uint32_t pfxlen, int maskseen, const void *mask, char *buf,
                                      size_t buflen);
+
+/* ---- Interface names ------------------------------------------------------------------------- */
+
+/* An entry of the platform's interface-type catalogue, declared in orvex/platform.h. */
+struct interface_info;
+
+/* What stands in the number fields of a parsed_interface in place of a number. */
+#define IF_FIELD_ABSENT (-1)   /* not given */
+#define IF_FIELD_WILD_ONE (-2) /* "?" */
+#define IF_FIELD_WILD_ANY (-3) /* "*" */
+#define IF_FIELD_RANGE (-4)    /* a bracketed range, whose numbers the caller reads from the name */
+
+/* An interface name's parts. A name that was not accepted leaves in it what was read before. */
+struct parsed_interface {
+    char type_name[60];    /* as typed, or "all"; terminated */
+    int32_t fpc;           /* FPC, system-wide; the device number of types that have one */
+    int32_t pic;           /* PIC, or expansion slot */
+    int32_t port;          /* port */
+    int32_t channels[8];   /* level 1 first */
+    int32_t channel_count; /* levels given; IF_FIELD_ABSENT when none */
+    char direction[5];     /* "-rx", "-tx" or empty; terminated */
+    int32_t unit;          /* logical unit */
+};
+
+/*
+ * Flags of parse_interface, from the caller or from the interface type's catalogue entry. Bits that
+ * are not listed have no effect.
+ */
+#define PARSE_IF_MGMT 0x1U                /* one device number; no PIC, port or channel */
+#define PARSE_IF_CHANNELS 0x2U            /* ":" channel numbers may follow the port */
+#define PARSE_IF_NO_SLOT 0x4U             /* no FPC or device number */
+#define PARSE_IF_NEED_FPC_PIC_PORT 0x8U   /* FPC, PIC and port must be given */
+#define PARSE_IF_NO_UNIT 0x10U            /* a unit is refused */
+#define PARSE_IF_ALLOW_ALL 0x20U          /* caller only: the name "all" is accepted */
+#define PARSE_IF_WILDCARD 0x80U           /* "?" and "*" may stand for a number */
+#define PARSE_IF_AFTER_SEP 0x100U         /* the parser's own; to be left clear */
+#define PARSE_IF_DEFAULT_UNIT 0x200U      /* the unit is 0 when none is given */
+#define PARSE_IF_NEED_CHANNEL 0x2000U     /* a channel number or a direction is required */
+#define PARSE_IF_NO_UNIT_MAX 0x8000U      /* the type's highest unit does not count */
+#define PARSE_IF_RLSQ 0x20000U            /* one device number; no PIC or port */
+#define PARSE_IF_AT_UNIT_32767 0x40000U   /* type "at": unit 32767 is accepted */
+#define PARSE_IF_RANGES 0x80000U          /* "[0-3]" and "[0,2]" may stand for a number; the name */
+                                          /* must be type-fpc/pic/port and nothing else */
+#define PARSE_IF_WIDE_FPC 0x100000U       /* the first slot number goes up to 255 */
+#define PARSE_IF_EXPANSION_SLOT 0x400000U /* type-slot-port, the slot in `pic` */
+#define PARSE_IF_PORT_FIRST 0x800000U     /* a port number directly after the type */
+
+/*
+ * Reads an interface name, "eth-1/2/0:3.100": [chassis:]type[-fpc/pic/port[:channel…][-rx|-tx]]
+ * [.unit] and the other forms that the type's catalogue entry selects. Every number is held to what
+ * the platform says of its product, chassis and interface types. In a container every name but
+ * "lo0" is accepted without being read.
+ *
+ * `name`    the name; one that is null or empty is logged, and refused.
+ * `flags`   PARSE_IF_ bits to add to those of the catalogue entry.
+ * `mask`    PARSE_IF_ bits to take away from both.
+ * `result`  required; reset and filled in by every call, unless the chassis prefix is refused.
+ *
+ * Numbers are decimal and convert as strtoul does. A range's numbers are checked and not stored.
+ *
+ * Returns
+ *   0  the name is accepted. Exception to the convention: `errbuf` may hold the message of a number
+ *      that was tried in vain, the first slot number of a name on a system with virtual FPCs, or
+ *      the one missing from "type-" under PARSE_IF_WILDCARD.
+ *  -1  this is no interface name: its chassis prefix or its type is refused, text follows it, or
+ *      with ranges it is incomplete.
+ *  -2  the type is known, but the product does not support it or another part breaks a rule.
+ * Messages quote the name without its chassis prefix.
+ *
+ * The first call asks the platform for the form of names on a multi-chassis system and keeps the
+ * answer for the life of the process; so does the first one that reads a unit on product 169 with
+ * parse_pf_attrib. First calls from several threads at once are safe.
+ */
+ORVEX_PARSE_API int parse_interface(const char *name, uint32_t flags, uint32_t mask,
+                                    struct parsed_interface *result, char *errbuf, size_t errlen);
+
+/*
+ * Takes a chassis name and its ":" off an interface name, "lcc0:eth-0/0/0". They count only when a
+ * "-" follows somewhere behind the first ":", and only where the platform accepts a prefix on every
+ * name or ":mgmt-" is in the text. A chassis name has 1 to 128 letters and digits of the current
+ * locale, "_" and "-"; an empty one is accepted and left in place.
+ *
+ * `name_ptr`     in and out, required; moved behind the ":" when there is a chassis name. When the
+ *                text is null this is refused.
+ * `chassis_buf`  receives the chassis name, or an empty text when there is none; may be null.
+ *                `buf_size` is its size; a buffer of size 0 is never written.
+ * `len_out`      receives the length of the chassis name, 0 without one; may be null.
+ *
+ * Returns 0 with or without a chassis name; -1 when it is too long, not valid, or has no room in
+ * `chassis_buf` with its terminator. Then `*name_ptr` is unmoved, `*len_out` is 0, and
+ * `chassis_buf` holds the name that is not valid, or else an empty text.
+ */
+ORVEX_PARSE_API int parse_4_level_chassis(const char **name_ptr, char *chassis_buf, size_t buf_size,
+                                          char *errbuf, size_t errlen, size_t *len_out);
+
+/*
+ * Tells the exclusive bound of the PIC numbers (or device numbers) of an interface name: that of a
+ * virtual FPC when the number behind the first "-" of `name` is one, else the entry's own. `name`,
+ * without a chassis prefix, and `entry`, its type's catalogue entry, must not be null.
+ */
+ORVEX_PARSE_API uint32_t get_fpc_picslots_byname(const char *name,
+                                                 const struct interface_info *entry);
+
+/*
+ * Attributes of the platform. The library reads them once, when it checks a unit on product 169,
+ * and keeps them; a program that sets `loaded` keeps its own. To be written while no other thread
+ * is in parse_interface.
+ */
+struct platform_attributes {
+    uint8_t loaded;          /* 1: read from the platform; initially 0 */
+    uint8_t is_l2ng_product; /* not 0: units of every type go up to 1073741823; initially 1 */
+    int32_t max_ifl_subunit; /* not 0: the highest unit of the type "at"; initially 0 */
+};
+
+ORVEX_PARSE_API extern struct platform_attributes parse_pf_attrib;
+
+/* ---- Interface aliases ----------------------------------------------------------------------- */
+
+/*
+ * Tells from a word alone whether an operator means an interface alias by it rather than an
+ * interface name, an IPv6 address or a reserved word. An alias has 5 to 128 characters: letters and
+ * digits of the current locale, "_", ".", ":", "/" and "-", a letter first. Words that have the
+ * form of an interface name of a type that the platform knows are none. `text` must not be null.
+ * Returns 1 or 0.
+ */
+ORVEX_PARSE_API int is_interface_alias(const char *text);
+
+/*
+ * Looks an alias up in the alias map, /var/etc/if_alias_map, and copies the interface name that it
+ * stands for. A line of the map is an interface name (at most 60 characters count), an alias (128)
+ * and a third word, which is not used; lines with fewer words are skipped. The first match counts.
+ *
+ * `alias`          the alias, not null; at most 128 characters are compared.
+ * `dest`           receives the interface name, cut to `dest_size` and terminated, when the alias
+ *                  is found; otherwise it is untouched. A buffer of size 0 is never written.
+ * `use_alternate`  not 0 reads /var/etc/if_alias_map+ instead.
+ * `stream`         an open stream to read instead, from its start; it is left open, wherever the
+ *                  reading stopped. Or null.
+ *
+ * Returns 1 when the alias was found, 0 otherwise; also when the file cannot be opened, with errno
+ * as open() left it.
+ */
+ORVEX_PARSE_API int ifalias_to_ifl(const char *alias, char *dest, size_t dest_size,
+                                   uint8_t use_alternate, FILE *stream);
 
 /* ---- Version --------------------------------------------------------------------------------- */
 
