@@ -5,6 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <cstdint>
 #include <random>
 #include <set>
@@ -29,6 +30,8 @@ struct Limits {
     double small;
     double large;
 };
+
+constexpr Limits no_limits{INFINITY, INFINITY};
 
 // Remembers a row's limits for the table of ratios.
 void declare_row(const std::string &name, Limits limits);
@@ -87,6 +90,8 @@ inline std::string ipv4_text(Random &random)
 
 // Registers the rows of one family each.
 void add_parse_integer_rows();
+void add_parse_interface_rows();
+void add_is_interface_alias_rows();
 void add_parse_ipaddr_rows();
 void add_format_ipv6addr_rows();
 void add_format_ipaddr_rows();

@@ -60,6 +60,8 @@ int main(int argc, char **argv)
     bench::add_parse_ipaddr_rows();
     bench::add_format_ipv6addr_rows();
     bench::add_format_ipaddr_rows();
+    bench::add_parse_interface_rows();
+    bench::add_is_interface_alias_rows();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     bench::MedianReporter reporter;

@@ -154,6 +154,20 @@ class MapReader {
    public:
     explicit MapReader(MapInput input) : input_(input) { chunk_[0] = '\n'; }
 
+    // At the start of a line: moves past lines that do not hold `text`, as many as are at hand.
+    void skip_lines_without(std::string_view text)
+    {
+        const auto *const last =
+            static_cast<const char *>(memrchr(at_, '\n', static_cast<size_t>(end_ - at_)));
+        if (last == nullptr) return;
+        const auto *const hit = static_cast<const char *>(
+            memmem(at_, static_cast<size_t>(last - at_), text.data(), text.size()));
+        const char *const from = hit != nullptr ? hit : last + 1;
+        const auto *const line_end =
+            static_cast<const char *>(memrchr(at_, '\n', static_cast<size_t>(from - at_)));
+        if (line_end != nullptr) at_ = line_end + 1;
+    }
+
     // Reads a word of the line into `word`; false when the line or the map ends before it.
     template <size_t limit>
     bool read_word(Word<limit> &word)
@@ -221,6 +235,7 @@ bool find_alias(MapInput input, std::string_view alias, char *dest, size_t dest_
     Word<longest_alias> candidate;
     Word<1> third;
     do {
+        reader.skip_lines_without(alias);
         const bool complete =
             reader.read_word(name) && reader.read_word(candidate) && reader.read_word(third);
         if (!complete || candidate.view() != alias) continue;

@@ -30,25 +30,13 @@ namespace {
 constexpr int go_on = 1;
 constexpr int accepted = 0;
 
-// A name as it is read.
-struct Parse {
+// What messages need of a name.
+struct Quotes {
     const char *name;  // whole, without the chassis prefix
-    const char *at;    // the cursor
-    uint32_t flags;
-    uint16_t product_id;
-    std::string_view type;
-    const interface_info *entry;
-    parsed_interface &record;
     ErrorText error;
-
-    [[nodiscard]] bool has(uint32_t flag) const { return (flags & flag) != 0; }
 };
 
 // ---- Numbers ----
-
-// What a reader of a number answers.
-constexpr int field_read = 0;
-constexpr int field_refused = 1;
 
 // A number of a name. Minimum 0 and bound 0 mean that every value is accepted.
 struct Field {
@@ -56,6 +44,15 @@ struct Field {
     int32_t min;
     int32_t bound;  // exclusive
 };
+
+// What a reader of a number answers. The value of a refused one is IF_FIELD_RANGE when it was a
+// range, else IF_FIELD_ABSENT.
+struct FieldRead {
+    const char *end;  // where the number ends; null: refused
+    int32_t value;
+};
+
+constexpr FieldRead refused_number{nullptr, IF_FIELD_ABSENT};
 
 int32_t least_above(int32_t value)
 {
@@ -100,171 +97,168 @@ class RangeText {
 
 // What the parts of a range share.
 struct Range {
-    const Parse &parse;
     const Field &field;
     const char *text;
+    const Quotes &quotes;
 };
 
-int refuse_range(const Range &range)
+// The readers of a range answer where it ends, or null behind a message.
+constexpr const char *refused_range = nullptr;
+
+const char *refuse_range(const Range &range)
 {
-    return refuse(range.parse.error, keep_errno, field_refused, "%s range %s is invalid in %s",
-                  range.field.label, range.text, range.parse.name);
+    refuse(range.quotes.error, keep_errno, 0, "%s range %s is invalid in %s", range.field.label,
+           range.text, range.quotes.name);
+    return refused_range;
 }
 
-int refuse_range_number(const Range &range)
+const char *refuse_range_number(const Range &range)
 {
-    return refuse(range.parse.error, keep_errno, field_refused,
-                  "missing or invalid %s number %s in %s", range.field.label, range.text,
-                  range.parse.name);
+    refuse(range.quotes.error, keep_errno, 0, "missing or invalid %s number %s in %s",
+           range.field.label, range.text, range.quotes.name);
+    return refused_range;
 }
 
-int refuse_range_value(const Range &range, int32_t value)
+const char *refuse_range_value(const Range &range, int32_t value)
 {
-    return refuse(range.parse.error, keep_errno, field_refused,
-                  "%s value %d is outside range %d..%d for '%s' in '%s'", range.field.label, value,
-                  range.field.min, most_below(range.field.bound), range.text, range.parse.name);
+    refuse(range.quotes.error, keep_errno, 0,
+           "%s value %d is outside range %d..%d for '%s' in '%s'", range.field.label, value,
+           range.field.min, most_below(range.field.bound), range.text, range.quotes.name);
+    return refused_range;
 }
 
 // "3]" behind "[1-"
-int read_range_end(const Range &range, const char *&at, int32_t low)
+const char *read_range_end(const Range &range, const char *at, int32_t low)
 {
-    const auto &[parse, field, text] = range;
+    const auto &[field, text, quotes] = range;
     const Number high = read_number(at);
     if (high.end == at || high.is_minus_zero) return refuse_range_number(range);
     if (is_outside(high.value, low, field.bound)) {
-        return refuse(parse.error, keep_errno, field_refused,
-                      "%s value %d is outside range %d..%d for '%s' in '%s", field.label,
-                      high.value, low, most_below(field.bound), text, parse.name);
+        refuse(quotes.error, keep_errno, 0, "%s value %d is outside range %d..%d for '%s' in '%s",
+               field.label, high.value, low, most_below(field.bound), text, quotes.name);
+        return refused_range;
     }
-    if (*high.end != ']') {
-        return refuse(parse.error, keep_errno, field_refused,
-                      "%s range %s has invalid extra trailer in %s", field.label, text, parse.name);
-    }
-    at = high.end + 1;
-    return field_read;
+    if (*high.end == ']') return high.end + 1;
+    refuse(quotes.error, keep_errno, 0, "%s range %s has invalid extra trailer in %s", field.label,
+           text, quotes.name);
+    return refused_range;
 }
 
 // ",2,3]" behind "[1"; a comma may be missing, and one may stand before the "]".
-int read_range_list(const Range &range, const char *&at)
+const char *read_range_list(const Range &range, const char *at)
 {
     for (;;) {
         if (*at == ',') ++at;
         const Number number = read_number(at);
-        if (number.end == at && *at == ']') break;
+        if (number.end == at && *at == ']') return at + 1;
         if (number.end == at || number.is_minus_zero) return refuse_range(range);
         if (is_outside(number.value, range.field.min, range.field.bound))
             return refuse_range_value(range, number.value);
         at = number.end;
     }
-    ++at;
-    return field_read;
 }
 
-// "[0-3]" or "[0,2,5]"; the numbers are checked and not kept.
-int read_range_numbers(const Range &range, const char *&at)
+// "0-3]" or "0,2,5]" behind the "["
+const char *read_range_numbers(const Range &range, const char *at)
 {
     const Number first = read_number(at);
     if (first.end == at || first.is_minus_zero) return refuse_range_number(range);
     if (is_outside(first.value, range.field.min, range.field.bound))
         return refuse_range_value(range, first.value);
-    at = first.end;
-    if (*at == '-') return read_range_end(range, ++at, first.value);
-    if (*at == ',') return read_range_list(range, at);
-    return refuse(range.parse.error, keep_errno, field_refused,
-                  "%s has invalid range format %s in %s , use [n-m] or [n,m] format",
-                  range.field.label, range.text, range.parse.name);
+    if (*first.end == '-') return read_range_end(range, first.end + 1, first.value);
+    if (*first.end == ',') return read_range_list(range, first.end);
+    refuse(range.quotes.error, keep_errno, 0,
+           "%s has invalid range format %s in %s , use [n-m] or [n,m] format", range.field.label,
+           range.text, range.quotes.name);
+    return refused_range;
 }
 
-// Checks a range from its "[" on and moves the cursor behind it.
-int parse_field_range(Parse &parse, const char *open, const Field &field)
+// Checks the numbers of a range, which are not kept.
+const char *parse_field_range(const char *open, const Field &field, const Quotes &quotes)
 {
     const char *const close = std::strchr(open, ']');
     if (close == nullptr) {
-        return refuse(parse.error, keep_errno, field_refused, "missing ending brace ] for %s in %s",
-                      field.label, parse.name);
+        refuse(quotes.error, keep_errno, 0, "missing ending brace ] for %s in %s", field.label,
+               quotes.name);
+        return refused_range;
     }
     const RangeText text(open, close);
-    const char *at = open + 1;
-    const int result = read_range_numbers({parse, field, text.c_str()}, at);
-    if (result == field_read) parse.at = at;
-    return result;
+    return read_range_numbers({field, text.c_str(), quotes}, open + 1);
 }
 
-int refuse_number(const Parse &parse, const char *at, const Field &field)
+FieldRead refuse_number(const char *at, const Field &field, const Quotes &quotes)
 {
     const char *const quote = *at != '\0' ? "'" : "";
     const char *const unquote = *at != '\0' ? "' " : "";
-    return refuse(parse.error, keep_errno, field_refused,
-                  "missing or invalid %s number %s%s%sin '%s'", field.label, quote, at, unquote,
-                  parse.name);
+    refuse(quotes.error, keep_errno, 0, "missing or invalid %s number %s%s%sin '%s'", field.label,
+           quote, at, unquote, quotes.name);
+    return refused_number;
 }
 
 bool is_in_range(const Field &field, int32_t value)
 {
-    return (field.min == 0 && field.bound == 0) || !is_outside(value, field.min, field.bound);
+    return !is_outside(value, field.min, field.bound) || (field.min == 0 && field.bound == 0);
 }
 
-int refuse_value(const Parse &parse, const char *at, const Field &field)
+FieldRead refuse_value(const char *at, const Field &field, const Quotes &quotes)
 {
-    return refuse(parse.error, keep_errno, field_refused,
-                  "%s value outside range %d..%d for '%s' in '%s'", field.label, field.min,
-                  most_below(field.bound), at, parse.name);
+    refuse(quotes.error, keep_errno, 0, "%s value outside range %d..%d for '%s' in '%s'",
+           field.label, field.min, most_below(field.bound), at, quotes.name);
+    return refused_number;
 }
 
-// "?" or "*"
-bool read_wildcard(int32_t &value, Parse &parse, const char *at)
+bool is_wildcard(const char *at, uint32_t flags)
 {
-    if (!parse.has(PARSE_IF_WILDCARD) || (*at != '?' && *at != '*')) return false;
-    value = *at == '?' ? IF_FIELD_WILD_ONE : IF_FIELD_WILD_ANY;
-    parse.at = at + 1;
-    return true;
+    return (flags & PARSE_IF_WILDCARD) != 0 && (*at == '?' || *at == '*');
 }
 
-int read_range(int32_t &value, Parse &parse, const char *open, const Field &field)
+FieldRead read_wildcard(const char *at)
 {
-    if (!parse.has(PARSE_IF_RANGES)) return refuse_number(parse, open, field);
-    value = IF_FIELD_RANGE;
-    return parse_field_range(parse, open, field);
+    return {at + 1, *at == '?' ? IF_FIELD_WILD_ONE : IF_FIELD_WILD_ANY};
 }
 
-const char *behind_separator(const Parse &parse)
+FieldRead read_range(const char *open, uint32_t flags, const Field &field, const Quotes &quotes)
 {
-    return parse.has(PARSE_IF_AFTER_SEP) && *parse.at != '\0' ? parse.at + 1 : parse.at;
+    if ((flags & PARSE_IF_RANGES) == 0) return refuse_number(open, field, quotes);
+    return {parse_field_range(open, field, quotes), IF_FIELD_RANGE};
 }
 
-// Reads a number, a wildcard or a range at the cursor, and moves the cursor behind it. A failure
-// leaves the cursor, and the value too unless a range was refused.
-int parse_field_number(int32_t &value, Parse &parse, const Field &field)
+const char *behind_separator(const char *at, uint32_t flags)
 {
-    if (read_wildcard(value, parse, parse.at)) return field_read;
-    const char *const at = behind_separator(parse);
-    if (read_wildcard(value, parse, at)) return field_read;
-    if (*at == '[') return read_range(value, parse, at, field);
+    return (flags & PARSE_IF_AFTER_SEP) != 0 && *at != '\0' ? at + 1 : at;
+}
+
+// Reads a number, a wildcard or a range.
+[[gnu::noinline]] FieldRead parse_field_number(const char *at, uint32_t flags, Field field,
+                                               const Quotes &quotes)
+{
+    if (is_wildcard(at, flags)) return read_wildcard(at);
+    at = behind_separator(at, flags);
+    if (is_wildcard(at, flags)) return read_wildcard(at);
+    if (*at == '[') return read_range(at, flags, field, quotes);
     const Number number = read_number(at);
-    if (number.end == at || number.is_minus_zero) return refuse_number(parse, at, field);
-    if (!is_in_range(field, number.value)) return refuse_value(parse, at, field);
+    if (number.end == at || number.is_minus_zero) return refuse_number(at, field, quotes);
+    if (!is_in_range(field, number.value)) return refuse_value(at, field, quotes);
     // A "-" behind one digit begins "-rx" or "-tx".
     if (at[1] == '-' && (at[2] == '\0' || at[3] != 'x')) {
-        return refuse(parse.error, keep_errno, field_refused, "invalid input '%s' for '%s'", at,
-                      parse.name);
+        refuse(quotes.error, keep_errno, 0, "invalid input '%s' for '%s'", at, quotes.name);
+        return refused_number;
     }
-    value = number.value;
-    parse.at = number.end;
-    return field_read;
+    return {number.end, number.value};
 }
 
 // As parse_field_number; but a text without digits reads as 0, and any "-" may follow.
-int parse_field_number_lenient(int32_t &value, Parse &parse, const Field &field)
+FieldRead parse_field_number_lenient(const char *at, uint32_t flags, Field field,
+                                     const Quotes &quotes)
 {
-    if (read_wildcard(value, parse, parse.at)) return field_read;
-    const char *const at = behind_separator(parse);
-    if (read_wildcard(value, parse, at)) return field_read;
-    if (*at == '[') return read_range(value, parse, at, field);
+    const char *const start = at;
+    if (is_wildcard(at, flags)) return read_wildcard(at);
+    at = behind_separator(at, flags);
+    if (is_wildcard(at, flags)) return read_wildcard(at);
+    if (*at == '[') return read_range(at, flags, field, quotes);
     const Number number = read_number(at);
-    if (!is_in_range(field, number.value)) return refuse_value(parse, at, field);
-    value = number.value;
-    if (number.end != at) parse.at = number.end;
-    return field_read;
+    if (!is_in_range(field, number.value)) return refuse_value(at, field, quotes);
+    return {number.end != at ? number.end : start, number.value};
 }
 
 // ---- The chassis prefix ----
@@ -287,8 +281,8 @@ size_t chassis_name_length(const char *text, const char *colon)
 }
 
 // Takes the chassis name in front of `colon` off the text.
-int strip_chassis_name(const char *&text, const char *colon, char *chassis_buf, size_t buf_size,
-                       size_t *len_out, ErrorText error)
+[[gnu::noinline]] int strip_chassis_name(const char *&text, const char *colon, char *chassis_buf,
+                                         size_t buf_size, size_t *len_out, ErrorText error)
 {
     const size_t length = chassis_name_length(text, colon);
     if (length == 0) return 0;
@@ -312,8 +306,9 @@ int strip_chassis_name(const char *&text, const char *colon, char *chassis_buf, 
     return 0;
 }
 
-int read_chassis_prefix(const char *&text, char *chassis_buf, size_t buf_size, size_t *len_out,
-                        ErrorText error)
+[[gnu::always_inline]] inline int read_chassis_prefix(const char *&text, char *chassis_buf,
+                                                      size_t buf_size, size_t *len_out,
+                                                      ErrorText error)
 {
     if (text == nullptr)
         return refuse(error, keep_errno, -1, "it needs a non null string to parse.");
@@ -322,6 +317,80 @@ int read_chassis_prefix(const char *&text, char *chassis_buf, size_t buf_size, s
     const char *const colon = std::strchr(text, ':');
     if (colon == nullptr) return 0;
     return strip_chassis_name(text, colon, chassis_buf, buf_size, len_out, error);
+}
+
+// ---- The state of a parse ----
+
+struct Parse {
+    const Quotes &quotes;
+    const char *name;  // without the chassis prefix
+    const char *at;    // the cursor
+    uint32_t flags;
+    uint16_t product_id;
+    size_t type_length;  // the type is the start of the name
+    const interface_info *entry;
+    parsed_interface &record;
+
+    [[nodiscard]] bool has(uint32_t flag) const { return (flags & flag) != 0; }
+
+    // Compares the type's first characters, all of them in lower case, with `start`.
+    template <size_t size>
+    [[nodiscard]] bool type_begins(const char (&start)[size]) const
+    {
+        for (size_t i = 0; i + 1 < size; ++i)
+            if (name[i] != start[i]) return false;
+        return true;
+    }
+
+    template <size_t size>
+    [[nodiscard]] bool is_type(const char (&type)[size]) const
+    {
+        return type_length == size - 1 && type_begins(type);
+    }
+};
+
+// Takes over what a reader of a number answered.
+[[gnu::always_inline]] inline int accept(int32_t &value, Parse &parse, FieldRead read)
+{
+    if (read.end == nullptr) {
+        if (read.value == IF_FIELD_RANGE) value = read.value;
+        return rule_broken;
+    }
+    value = read.value;
+    parse.at = read.end;
+    return go_on;
+}
+
+// Digits alone, as nearly every number is: accepted when they are few, in range, and no "-"
+// follows. parse_field_number reads these to the same.
+[[gnu::always_inline]] inline bool read_plain_number(int32_t &value, Parse &parse, Field field)
+{
+    constexpr uint32_t most = 100000000;
+    const char *at = parse.at + (parse.has(PARSE_IF_AFTER_SEP) && *parse.at != '\0' ? 1 : 0);
+    uint32_t number = digit_of<10>(*at);
+    if (number > 9 || parse.has(PARSE_IF_WILDCARD)) return false;
+    for (uint32_t digit = 0; (digit = digit_of<10>(*++at)) <= 9;) {
+        if (number >= most) return false;
+        number = number * 10 + digit;
+    }
+    const auto read = static_cast<int32_t>(number);
+    if (*at == '-' || !is_in_range(field, read)) return false;
+    value = read;
+    parse.at = at;
+    return true;
+}
+
+[[gnu::always_inline]] inline int read_field(int32_t &value, Parse &parse, Field field)
+{
+    if (read_plain_number(value, parse, field)) [[likely]]
+        return go_on;
+    return accept(value, parse, parse_field_number(parse.at, parse.flags, field, parse.quotes));
+}
+
+[[gnu::always_inline]] inline int read_field_lenient(int32_t &value, Parse &parse, Field field)
+{
+    return accept(value, parse,
+                  parse_field_number_lenient(parse.at, parse.flags, field, parse.quotes));
 }
 
 // ---- Slots ----
@@ -365,12 +434,12 @@ int32_t pic_bound(const Parse &parse)
 
 // Reads a slot number in the range of the virtual FPCs, where the product has them. The message of
 // a failure stays.
-int read_virtual_slot(int32_t &value, Parse &parse, const char *label)
+[[gnu::always_inline]] inline int read_virtual_slot(int32_t &value, Parse &parse, const char *label)
 {
-    if (orvex_product_info_is_virtual_fpc_enabled() == 0) return field_refused;
+    if (orvex_product_info_is_virtual_fpc_enabled() == 0) return rule_broken;
     const int32_t min = orvex_product_info_get_router_min_virtual_fpc_slot();
     const int32_t max = orvex_product_info_get_router_max_virtual_fpc_slot();
-    return parse_field_number(value, parse, {label, min, least_above(max)});
+    return read_field(value, parse, {label, min, least_above(max)});
 }
 
 // The first bound of lcc numbers.
@@ -385,13 +454,14 @@ int read_fpc_of_lcc(Parse &parse, int32_t lcc)
 {
     int32_t &fpc = parse.record.fpc;
     if (is_wildcard_value(lcc))
-        return refuse(parse.error, keep_errno, rule_broken, "wildcarding not allowed for lcc");
+        return refuse(parse.quotes.error, keep_errno, rule_broken,
+                      "wildcarding not allowed for lcc");
     parse.flags |= PARSE_IF_AFTER_SEP;
-    if (read_virtual_slot(fpc, parse, "fpc") == field_refused &&
-        parse_field_number(fpc, parse, {"fpc", 0, chassis_get_max_fpc_slots()}) == field_refused)
+    if (read_virtual_slot(fpc, parse, "fpc") != go_on &&
+        read_field(fpc, parse, {"fpc", 0, chassis_get_max_fpc_slots()}) != go_on)
         return rule_broken;
     if (is_wildcard_value(fpc)) {
-        return refuse(parse.error, keep_errno, rule_broken,
+        return refuse(parse.quotes.error, keep_errno, rule_broken,
                       "wildcarding not allowed for fpc when lcc is specified");
     }
     const bool global = chassis_uses_global_slots_a() != 0 || chassis_uses_global_slots_b() != 0;
@@ -409,9 +479,9 @@ int read_fpc(Parse &parse)
     int32_t &first = has_lcc ? lcc : parse.record.fpc;
     Field field =
         has_lcc ? Field{"lcc", 0, lcc_bound()} : Field{"fpc", 0, chassis_get_max_fpc_slots()};
-    if (parse.has(PARSE_IF_WIDE_FPC) || parse.type.starts_with("vcp")) field.bound = 256;
-    if (read_virtual_slot(first, parse, field.label) == field_refused &&
-        parse_field_number(first, parse, field) == field_refused) {
+    if (parse.has(PARSE_IF_WIDE_FPC) || parse.type_begins("vcp")) field.bound = 256;
+    if (read_virtual_slot(first, parse, field.label) != go_on &&
+        read_field(first, parse, field) != go_on) {
         // "type-" is a wildcard of its own.
         const bool whole_type = parse.has(PARSE_IF_WILDCARD) && *parse.at == '\0';
         if (!whole_type) return rule_broken;
@@ -487,24 +557,24 @@ constexpr int32_t max_large_unit = 1073741823;
 constexpr int32_t first_reserved_unit = 1073741824;
 constexpr int32_t last_reserved_unit = 1074003967;
 
-bool is_large_unit_type(std::string_view type)
+bool is_large_unit_type(const Parse &parse)
 {
-    return type == "demux" || type == "pe" || type == "pd" || type == "mt";
+    return parse.is_type("demux") || parse.is_type("pe") || parse.is_type("pd") ||
+           parse.is_type("mt");
 }
 
 int32_t max_unit(const Parse &parse)
 {
-    const std::string_view type = parse.type;
     const bool at_irb_product = at_irb_products.contains(parse.product_id);
     const int32_t subunit = max_ifl_subunit().load(std::memory_order_relaxed);
-    if (is_large_unit_type(type)) return max_large_unit;
-    if (large_unit_products.contains(parse.product_id)) return max_large_unit;
     if (is_l2ng_product().load(std::memory_order_relaxed) != 0) return max_large_unit;
-    if (at_irb_product && type == "at") return max_large_unit;
-    if (type == "pp") return max_large_unit;
-    if (subunit != 0 && type == "at") return subunit;
-    if (type == "vtnet" && chassis_has_wide_vtnet_units() != 0) return max_vtnet_unit;
-    if (at_irb_product && type == "irb") return max_irb_unit;
+    if (is_large_unit_type(parse)) return max_large_unit;
+    if (large_unit_products.contains(parse.product_id)) return max_large_unit;
+    if (at_irb_product && parse.is_type("at")) return max_large_unit;
+    if (parse.is_type("pp")) return max_large_unit;
+    if (subunit != 0 && parse.is_type("at")) return subunit;
+    if (parse.is_type("vtnet") && chassis_has_wide_vtnet_units() != 0) return max_vtnet_unit;
+    if (at_irb_product && parse.is_type("irb")) return max_irb_unit;
     return max_ordinary_unit;
 }
 
@@ -513,7 +583,7 @@ bool is_extra_unit(const Parse &parse)
 {
     const int32_t unit = parse.record.unit;
     if (unit >= first_reserved_unit && unit <= last_reserved_unit) return true;
-    return unit == 32767 && parse.has(PARSE_IF_AT_UNIT_32767) && parse.type == "at";
+    return unit == 32767 && parse.has(PARSE_IF_AT_UNIT_32767) && parse.is_type("at");
 }
 
 // ".100"
@@ -521,12 +591,12 @@ int read_unit(Parse &parse)
 {
     int32_t &unit = parse.record.unit;
     if (parse.has(PARSE_IF_NO_UNIT)) {
-        return refuse(parse.error, keep_errno, rule_broken, "unit number is not appropriate: %s",
-                      parse.name);
+        return refuse(parse.quotes.error, keep_errno, rule_broken,
+                      "unit number is not appropriate: %s", parse.name);
     }
-    if (parse_field_number(unit, parse, {"unit", 0, 0}) == field_refused) return rule_broken;
+    if (read_field(unit, parse, {"unit", 0, 0}) != go_on) return rule_broken;
     if (unit > last_reserved_unit) {
-        return refuse(parse.error, keep_errno, rule_broken,
+        return refuse(parse.quotes.error, keep_errno, rule_broken,
                       "unit number is not within the range 0-%d, %d-%d in '%s'", max_vtnet_unit,
                       first_reserved_unit, last_reserved_unit, parse.name);
     }
@@ -535,23 +605,26 @@ int read_unit(Parse &parse)
         load_platform_attributes();
     const int32_t max = max_unit(parse);
     if (parse.has(PARSE_IF_NO_UNIT_MAX) || unit <= max || is_extra_unit(parse)) return go_on;
-    return refuse(parse.error, keep_errno, rule_broken, "unit number is larger than %d in '%s'",
-                  max, parse.name);
+    return refuse(parse.quotes.error, keep_errno, rule_broken,
+                  "unit number is larger than %d in '%s'", max, parse.name);
 }
 
 // ---- The name, part by part ----
 
-constexpr parsed_interface empty_record = [] {
-    parsed_interface record{};
+void reset(parsed_interface &record)
+{
+    std::memset(record.type_name, 0, sizeof record.type_name);
     record.fpc = record.pic = record.port = IF_FIELD_ABSENT;
     for (int32_t &channel : record.channels) channel = IF_FIELD_ABSENT;
-    record.channel_count = record.unit = IF_FIELD_ABSENT;
-    return record;
-}();
+    record.channel_count = IF_FIELD_ABSENT;
+    std::memset(record.direction, 0, sizeof record.direction);
+    record.unit = IF_FIELD_ABSENT;
+}
 
 int refuse_type(const Parse &parse)
 {
-    return refuse(parse.error, keep_errno, not_this_form, "invalid interface type: %s", parse.name);
+    return refuse(parse.quotes.error, keep_errno, not_this_form, "invalid interface type: %s",
+                  parse.name);
 }
 
 // The length of the type: the text before the first "-"; without one, up to the last lower-case
@@ -569,7 +642,7 @@ size_t type_length(const char *name, bool &has_dash)
 void set_type(Parse &parse, const interface_info *entry, size_t length)
 {
     parse.entry = entry;
-    parse.type = {parse.name, length};
+    parse.type_length = length;
     parse.at = parse.name + length;
 }
 
@@ -577,17 +650,17 @@ void set_type(Parse &parse, const interface_info *entry, size_t length)
 int read_whole_type(Parse &parse)
 {
     if (parse.has(PARSE_IF_RANGES)) {
-        return refuse(parse.error, keep_errno, not_this_form,
+        return refuse(parse.quotes.error, keep_errno, not_this_form,
                       "invalid interface-type for ranges in %s", parse.name);
     }
-    const std::string_view name = parse.name;
-    if (parse.has(PARSE_IF_ALLOW_ALL) && name == "all") {
+    if (parse.has(PARSE_IF_ALLOW_ALL) && std::strcmp(parse.name, "all") == 0) {
         std::memcpy(parse.record.type_name, "all", sizeof "all");
         return accepted;
     }
-    set_type(parse, interface_info_byname(name.data(), name.size()), name.size());
+    const size_t length = std::strlen(parse.name);
+    set_type(parse, interface_info_byname(parse.name, length), length);
     if (parse.entry != nullptr) return go_on;
-    return refuse(parse.error, keep_errno, not_this_form, "invalid interface type in '%s'",
+    return refuse(parse.quotes.error, keep_errno, not_this_form, "invalid interface type in '%s'",
                   parse.name);
 }
 
@@ -597,12 +670,20 @@ int find_type(Parse &parse)
     bool has_dash = false;
     const size_t length = type_length(parse.name, has_dash);
     if (!has_dash && parse.has(PARSE_IF_RANGES)) {
-        return refuse(parse.error, keep_errno, not_this_form, "invalid interface name in %s",
+        return refuse(parse.quotes.error, keep_errno, not_this_form, "invalid interface name in %s",
                       parse.name);
     }
     if (length == 0) return refuse_type(parse);
     set_type(parse, interface_info_byname(parse.name, length), length);
     return parse.entry != nullptr ? go_on : read_whole_type(parse);
+}
+
+void set_type_name(Parse &parse)
+{
+    // Types are short. No type holds the terminator; asking keeps this from becoming a call.
+    char *const type_name = parse.record.type_name;
+    const size_t length = std::min(parse.type_length, sizeof parse.record.type_name - 1);
+    for (size_t i = 0; i < length && (type_name[i] = parse.name[i]) != '\0'; ++i) continue;
 }
 
 // Takes the type over: its name into the record, its flags into the parse.
@@ -612,37 +693,28 @@ int read_type(Parse &parse, uint32_t mask)
     if (result != go_on) return result;
     const uint64_t products = parse.entry->product_mask;
     if (products != 0 && (products >> parse.product_id % 64 & 1) == 0) {
-        return refuse(parse.error, keep_errno, rule_broken,
+        return refuse(parse.quotes.error, keep_errno, rule_broken,
                       "product does not support interface type in '%s'", parse.name);
     }
-    const size_t length = std::min(parse.type.size(), sizeof parse.record.type_name - 1);
-    std::memcpy(parse.record.type_name, parse.name, length);
+    set_type_name(parse);
     parse.flags = (parse.flags | parse.entry->flags) & ~mask;
     if (*parse.at == '-') ++parse.at;
     return go_on;
-}
-
-// Reads a number; a refusal breaks a rule of names.
-int read_number_into(int32_t &value, Parse &parse, const Field &field)
-{
-    return parse_field_number(value, parse, field) == field_read ? go_on : rule_broken;
 }
 
 // "slot-port"
 int read_expansion_slot(Parse &parse)
 {
     const Field slot{"expansion slot", 0, pic_bound(parse)};
-    if (parse_field_number_lenient(parse.record.pic, parse, slot) == field_refused)
-        return rule_broken;
+    if (read_field_lenient(parse.record.pic, parse, slot) != go_on) return rule_broken;
     if (*parse.at == '-') ++parse.at;
     const Field port{"port", 0, parse.entry->ports_per_pic};
-    return parse_field_number_lenient(parse.record.port, parse, port) == field_read ? go_on
-                                                                                    : rule_broken;
+    return read_field_lenient(parse.record.port, parse, port);
 }
 
-int read_port(Parse &parse)
+[[gnu::always_inline]] inline int read_port(Parse &parse)
 {
-    return read_number_into(parse.record.port, parse, {"port", 0, parse.entry->ports_per_pic});
+    return read_field(parse.record.port, parse, {"port", 0, parse.entry->ports_per_pic});
 }
 
 // The device number or the FPC
@@ -650,15 +722,15 @@ int read_slot(Parse &parse)
 {
     if (!parse.has(PARSE_IF_MGMT | PARSE_IF_RLSQ)) return read_fpc(parse);
     constexpr int32_t aggregate_devices = 4092;
-    const int32_t bound = parse.type.starts_with("ae") ? aggregate_devices : pic_bound(parse);
-    return read_number_into(parse.record.fpc, parse, {"device", 0, bound});
+    const int32_t bound = parse.type_begins("ae") ? aggregate_devices : pic_bound(parse);
+    return read_field(parse.record.fpc, parse, {"device", 0, bound});
 }
 
 // "/pic/port", both optional
 int read_pic_and_port(Parse &parse)
 {
     if (*parse.at != '/') return go_on;
-    const int result = read_number_into(parse.record.pic, parse, {"pic", 0, pic_bound(parse)});
+    const int result = read_field(parse.record.pic, parse, {"pic", 0, pic_bound(parse)});
     if (result != go_on || *parse.at != '/') return result;
     return read_port(parse);
 }
@@ -673,14 +745,14 @@ const char *missing_number(const parsed_interface &record)
 
 int refuse_missing(const Parse &parse, int result, const char *what)
 {
-    return refuse(parse.error, keep_errno, result, "missing or invalid %s in '%s'", what,
+    return refuse(parse.quotes.error, keep_errno, result, "missing or invalid %s in '%s'", what,
                   parse.name);
 }
 
 int refuse_trailing(const Parse &parse)
 {
-    return refuse(parse.error, keep_errno, not_this_form, "invalid trailing input '%s' for '%s'",
-                  parse.at, parse.name);
+    return refuse(parse.quotes.error, keep_errno, not_this_form,
+                  "invalid trailing input '%s' for '%s'", parse.at, parse.name);
 }
 
 // A name with ranges ends behind its port.
@@ -697,17 +769,17 @@ int read_channels(Parse &parse)
     const interface_info &entry = *parse.entry;
     const size_t levels = std::min(size_t{entry.channel_levels}, std::size(entry.channel_bounds));
     if (!parse.has(PARSE_IF_CHANNELS)) {
-        return refuse(parse.error, keep_errno, rule_broken,
+        return refuse(parse.quotes.error, keep_errno, rule_broken,
                       "interface does not support channels: %s", parse.name);
     }
     size_t level = 0;
     for (; *parse.at == ':'; ++level) {
         if (level >= levels) {
-            return refuse(parse.error, keep_errno, rule_broken,
+            return refuse(parse.quotes.error, keep_errno, rule_broken,
                           "level of channelization exceeded limit of %d", entry.channel_levels);
         }
         const Field channel{"channel", 0, entry.channel_bounds[level]};
-        const int result = read_number_into(parse.record.channels[level], parse, channel);
+        const int result = read_field(parse.record.channels[level], parse, channel);
         if (result != go_on) return result;
     }
     parse.record.channel_count = static_cast<int32_t>(level);
@@ -720,7 +792,7 @@ int read_direction(Parse &parse)
     const char *const letters = parse.at + 1;
     const bool known = *letters == 'r' || *letters == 't';
     if (!known || letters[1] != 'x') {
-        return refuse(parse.error, keep_errno, rule_broken, "invalid input '%s' for '%s'",
+        return refuse(parse.quotes.error, keep_errno, rule_broken, "invalid input '%s' for '%s'",
                       known ? letters + 1 : parse.at, parse.name);
     }
     std::memcpy(parse.record.direction, parse.at, 3);
@@ -739,7 +811,8 @@ int read_suffix(Parse &parse)
         if (*parse.at == '-') return read_direction(parse);
     }
     if (!parse.has(PARSE_IF_NEED_CHANNEL)) return go_on;
-    return refuse(parse.error, keep_errno, rule_broken, "channel number missing: %s", parse.name);
+    return refuse(parse.quotes.error, keep_errno, rule_broken, "channel number missing: %s",
+                  parse.name);
 }
 
 void set_default_unit(Parse &parse)
@@ -760,13 +833,13 @@ int check_whole_name(const Parse &parse)
         const bool has_channel =
             !parse.has(PARSE_IF_CHANNELS) && record.channels[0] != IF_FIELD_ABSENT;
         if (!has_pic_or_port && !has_channel) return accepted;
-        return refuse(parse.error, keep_errno, rule_broken,
+        return refuse(parse.quotes.error, keep_errno, rule_broken,
                       "pic, port, or channel are invalid for management interfaces: %s",
                       parse.name);
     }
     if (parse.has(PARSE_IF_RLSQ)) {
         if (!has_pic_or_port) return accepted;
-        return refuse(parse.error, keep_errno, rule_broken,
+        return refuse(parse.quotes.error, keep_errno, rule_broken,
                       "pic or port are invalid for rlsq interfaces: %s", parse.name);
     }
     const char *missing = nullptr;
@@ -801,7 +874,7 @@ int check_special_names(const Parse &parse, bool in_container)
 {
     if (in_container && std::strcmp(parse.name, "lo0") != 0) return accepted;
     if (no_vlan_products.contains(parse.product_id) && std::strcmp(parse.name, "vlan") == 0) {
-        return refuse(parse.error, keep_errno, not_this_form,
+        return refuse(parse.quotes.error, keep_errno, not_this_form,
                       "interface type %s is not supported in this plateform", parse.name);
     }
     return go_on;
@@ -830,8 +903,9 @@ int parse_interface(const char *name, uint32_t flags, uint32_t mask, parsed_inte
     orvex::insist(name != nullptr && *name != '\0', "parse_interface", "str && *str", 711);
     if (orvex::read_chassis_prefix(name, nullptr, 0, nullptr, error) != 0) return -1;
     orvex::is_multichassis_naming();
-    *result = orvex::empty_record;
-    orvex::Parse parse{name, name, flags, product_id, {}, nullptr, *result, error};
+    orvex::reset(*result);
+    const orvex::Quotes quotes{name, error};
+    orvex::Parse parse{quotes, name, name, flags, product_id, 0, nullptr, *result};
     return orvex::parse_name(parse, mask, in_container);
 }
 

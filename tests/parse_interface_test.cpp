@@ -1,0 +1,410 @@
+#include <gtest/gtest.h>
+#include <orvex/parse.h>
+
+#include <cerrno>
+
+#include "support/guarded.h"
+#include "support/profile.h"
+
+namespace {
+
+using orvex_test::Guarded;
+using orvex_test::Profile;
+
+std::string field_text(int32_t value)
+{
+    if (value >= IF_FIELD_ABSENT) return value == IF_FIELD_ABSENT ? "" : std::to_string(value);
+    const char *const words[] = {"?", "*", "range"};
+    return value >= IF_FIELD_RANGE ? words[IF_FIELD_WILD_ONE - value] : std::to_string(value);
+}
+
+// "eth 1/2/0:3-rx.100"; what is absent is left out.
+std::string record_text(const parsed_interface &record)
+{
+    std::string text = record.type_name;
+    text += ' ' + field_text(record.fpc) + '/' + field_text(record.pic) + '/' + field_text(record.port);
+    for (int32_t i = 0; i < record.channel_count; ++i) text += ':' + field_text(record.channels[i]);
+    text += record.direction;
+    return record.unit == IF_FIELD_ABSENT ? text : text + '.' + field_text(record.unit);
+}
+
+// What a call leaves: the record of an accepted name, or the result and the message; an accepted name with a message
+// has both.
+std::string outcome(const std::string &name, uint32_t flags = 0, uint32_t mask = 0)
+{
+    const std::vector<char> text(name.c_str(), name.c_str() + name.size() + 1);  // of its exact size
+    Guarded memory(sizeof(parsed_interface));
+    Guarded error(4096);
+    auto *const record = reinterpret_cast<parsed_interface *>(memory.data());
+    errno = 77;
+    const int result = parse_interface(text.data(), flags, mask, record, error.data(), error.size());
+    EXPECT_EQ(errno, 77);
+    EXPECT_TRUE(memory.untouched() && error.untouched());
+    const std::string message = error.untouched(true) ? "" : error.text();
+    if (result == 0) return record_text(*record) + (message.empty() ? "" : " | " + message);
+    return std::to_string(result) + ' ' + message;
+}
+
+struct Row {
+    const char *name;
+    const char *expected;
+};
+
+void check(uint32_t flags, const std::vector<Row> &rows, uint32_t mask = 0)
+{
+    for (const Row &row : rows) EXPECT_EQ(outcome(row.name, flags, mask), row.expected) << row.name << " " << flags;
+}
+
+std::string refused(const std::string &message, const std::string &name) { return "-2 " + message + " '" + name + "'"; }
+
+}  // namespace
+
+TEST(ParseInterface, Forms)
+{
+    Profile profile;
+    profile.type("em").flags = PARSE_IF_EXPANSION_SLOT | PARSE_IF_NO_SLOT;
+    profile.type("mt").flags = PARSE_IF_PORT_FIRST | PARSE_IF_NO_SLOT;
+    profile.type("pd").flags = PARSE_IF_PORT_FIRST;
+    profile.type("pe").flags = PARSE_IF_NO_UNIT | PARSE_IF_NEED_CHANNEL;
+    profile.type("pp").flags = PARSE_IF_MGMT | PARSE_IF_CHANNELS;
+    profile.type("ser").channel_levels = 7;
+    profile.type("vtnet") = profile.type("em");
+    profile.type("vtnet").pic_slots = 0;
+    profile.install();
+    check(0, {
+                 {"eth-1/2/0:3.100", "eth 1/2/0:3.100"},
+                 {"ser-1/2/0:3:1.100", "ser 1/2/0:3:1.100"},
+                 {"eth-0/0/0-rx", "eth 0/0/0-rx"},
+                 {"eth-0/0/10-tx.7", "eth 0/0/10-tx.7"},
+                 {"eth-11", "eth 11//"},
+                 {"ae4091.0", "ae 4091//.0"},
+                 {"ae-12", "ae 12//"},
+                 {"lo0", "lo 0//"},
+                 {"rlsq127", "rlsq 127//"},
+                 {"irb", "irb //"},
+                 {"irb.10", "irb //.10"},
+                 {"vlan", "vlan //"},
+                 {"em-3-0", "em /3/0"},
+                 {"em-?", "-1 invalid trailing input '?' for 'em-?'"},
+                 {"vtnet-4294967295-0", "-2 missing or invalid pic in 'vtnet-4294967295-0'"},
+                 {"vtnet-0-4294967295", "-2 missing or invalid port in 'vtnet-0-4294967295'"},
+                 {"em-", "em /0/0"},
+                 {"em-x", "-1 invalid trailing input 'x' for 'em-x'"},
+                 {"em-4", "-2 expansion slot value outside range 0..3 for '4' in 'em-4'"},
+                 {"em-[", "-2 missing or invalid expansion slot number '[' in 'em-['"},
+                 {"mt-0.1", "mt //0.1"},
+                 {"pd-0/2", "-2 missing or invalid fpc number '/2' in 'pd-0/2'"},
+                 {"ae-4092", "-2 device value outside range 0..4091 for '4092' in 'ae-4092'"},
+                 {"lo1", "-2 device value outside range 0..0 for '1' in 'lo1'"},
+                 {"eth-0/0/0-ry", "-2 invalid input '0-ry' for 'eth-0/0/0-ry'"},
+                 {"eth-0/0/10-ry", "-2 invalid input 'y' for 'eth-0/0/10-ry'"},
+                 {"eth-0/0/10-t", "-2 invalid input '' for 'eth-0/0/10-t'"},
+                 {"eth-0/0/10-5", "-2 invalid input '-5' for 'eth-0/0/10-5'"},
+                 {"eth-0/0/0-", "-2 invalid input '0-' for 'eth-0/0/0-'"},
+                 {"eth-0/0/0-r", "-2 invalid input '0-r' for 'eth-0/0/0-r'"},
+                 {"vcp-0/0/0:1", "-2 interface does not support channels: vcp-0/0/0:1"},
+                 {"eth-0/0/0:1:2", "-2 level of channelization exceeded limit of 1"},
+                 {"ser-0/0/0:0:0:0:0:0:0:0", "-2 level of channelization exceeded limit of 7"},
+                 {"ser-0/0/0:28", "-2 channel value outside range 0..27 for '28' in 'ser-0/0/0:28'"},
+                 {"pe-0/0/0", "-2 channel number missing: pe-0/0/0"},
+                 {"pe-0/0/0-rx.1", "-2 unit number is not appropriate: pe-0/0/0-rx.1"},
+                 {"eth-0/0/0x", "-1 invalid trailing input 'x' for 'eth-0/0/0x'"},
+                 {"ae1/0", "-2 pic, port, or channel are invalid for management interfaces: ae1/0"},
+                 {"pp0:0", "-2 level of channelization exceeded limit of 0"},
+                 {"rlsq1/2", "-2 pic or port are invalid for rlsq interfaces: rlsq1/2"},
+                 {"", "-1 invalid interface type: "},
+                 {"-1", "-1 invalid interface type: -1"},
+                 {"123", "-1 invalid interface type: 123"},
+                 {"all", "-1 invalid interface type in 'all'"},
+                 {"atm-0/0/0", "-1 invalid interface type in 'atm-0/0/0'"},
+             });
+    check(PARSE_IF_ALLOW_ALL, {{"all", "all //"}, {"all.0", "-1 invalid interface type in 'all.0'"}});
+    check(PARSE_IF_DEFAULT_UNIT, {{"eth-0/0/0", "eth 0/0/0.0"},
+                                  {"eth-0/0", "eth 0/0/"},
+                                  {"irb", "irb //.0"},
+                                  {"ae3", "ae 3//.0"},
+                                  {"ae3.7", "ae 3//.7"}});
+    check(PARSE_IF_NEED_FPC_PIC_PORT, {{"eth-0/0/0", "eth 0/0/0"},
+                                       {"eth-0/0", "-2 missing or invalid port in 'eth-0/0'"},
+                                       {"eth-0", "-2 missing or invalid pic in 'eth-0'"},
+                                       {"irb", "-2 missing or invalid fpc in 'irb'"}});
+    check(PARSE_IF_NEED_CHANNEL,
+          {{"eth-0/0/0", "-2 channel number missing: eth-0/0/0"}, {"eth-0/0/0:1", "eth 0/0/0:1"}});
+    // The mask wins over the caller and the entry.
+    check(PARSE_IF_NEED_CHANNEL, {{"eth-0/0/0:1", "-2 interface does not support channels: eth-0/0/0:1"}},
+          PARSE_IF_CHANNELS);
+    check(PARSE_IF_NO_UNIT, {{"eth-0/0/0.1", "eth 0/0/0.1"}}, PARSE_IF_NO_UNIT);
+    // The separator flag at the end of a name reads nothing behind it.
+    check(PARSE_IF_AFTER_SEP, {{"eth-", "-2 missing or invalid fpc number in 'eth-'"}});
+}
+
+TEST(ParseInterface, NumbersConvertAsOnTheTarget)
+{
+    Profile profile;
+    profile.type("vcp").ports_per_pic = 0;
+    profile.install();
+    check(0,
+          {
+              {"eth-0/", "-2 missing or invalid pic number in 'eth-0/'"},
+              {"eth-x/0", "-2 missing or invalid fpc number 'x/0' in 'eth-x/0'"},
+              {"eth--0", "-2 missing or invalid fpc number '-0' in 'eth--0'"},
+              {"eth-0/-1/0", "-2 pic value outside range 0..3 for '-1/0' in 'eth-0/-1/0'"},
+              {"eth-+1/ 2/03", "eth 1/2/3"},
+              {"eth-12/0/0", "-2 fpc value outside range 0..11 for '12/0/0' in 'eth-12/0/0'"},
+              {"eth-4294967297/0/0", "-2 fpc value outside range 0..11 for '4294967297/0/0' in 'eth-4294967297/0/0'"},
+              {"eth--4294967295/0/0", "eth 1/0/0"},
+              {"eth-0/0/0.-5", "eth 0/0/0.-5"},
+              {"eth-0/0/0.4294967295", "eth 0/0/0"},
+              {"eth-0/0/0.[1]", "-2 missing or invalid unit number '[1]' in 'eth-0/0/0.[1]'"},
+              {"vcp-0/0/2147483647", "vcp 0/0/2147483647"},
+              {"vcp-255/0/0", "vcp 255/0/0"},
+              {"vcp-256/0/0", "-2 fpc value outside range 0..255 for '256/0/0' in 'vcp-256/0/0'"},
+          });
+    check(PARSE_IF_WIDE_FPC, {{"eth-255", "eth 255//"}});
+    check(PARSE_IF_WILDCARD, {{"eth-*/?/0", "eth */?/0"},
+                              {"eth-?", "eth ?//"},
+                              {"eth-", "eth // | missing or invalid fpc number in 'eth-'"},
+                              {"eth-0/0/0:*.?", "eth 0/0/0:*.?"},
+                              {"eth-1/", "-2 missing or invalid pic number in 'eth-1/'"},
+                              {"eth-**", "-1 invalid trailing input '*' for 'eth-**'"}});
+}
+
+TEST(ParseInterface, Ranges)
+{
+    Profile profile;
+    profile.type("vcp").ports_per_pic = 0;
+    profile.install();
+    const std::string longest = "eth-[" + std::string(1100, ' ') + "1]/0/0";
+    check(PARSE_IF_RANGES,
+          {
+              {"eth-[0-3]/0/1", "eth range/0/1"},
+              {"eth-0/[2-2]/[0,5,47]", "eth 0/range/range"},
+              {"eth-[1,2,]/0/0", "eth range/0/0"},
+              {"eth-[1, 2 3]/0/0", "eth range/0/0"},
+              {"eth-[1,,2]/0/0", "-2 fpc range [1,,2 is invalid in eth-[1,,2]/0/0"},
+              {"eth-[1,-0]/0/0", "-2 fpc range [1,-0 is invalid in eth-[1,-0]/0/0"},
+              {"eth-[1,12]/0/0", "-2 fpc value 12 is outside range 0..11 for '[1,12' in 'eth-[1,12]/0/0'"},
+              {"eth-[3-1]/0/0", "-2 fpc value 1 is outside range 3..11 for '[3-1' in 'eth-[3-1]/0/0"},
+              {"eth-[1-12]/0/0", "-2 fpc value 12 is outside range 1..11 for '[1-12' in 'eth-[1-12]/0/0"},
+              {"eth-[1-]/0/0", "-2 missing or invalid fpc number [1- in eth-[1-]/0/0"},
+              {"eth-[0--0]/0/0", "-2 missing or invalid fpc number [0--0 in eth-[0--0]/0/0"},
+              {"eth-[1-3,5]/0/0", "-2 fpc range [1-3,5 has invalid extra trailer in eth-[1-3,5]/0/0"},
+              {"eth-[]/0/0", "-2 missing or invalid fpc number [ in eth-[]/0/0"},
+              {"eth-[-0]/0/0", "-2 missing or invalid fpc number [-0 in eth-[-0]/0/0"},
+              {"eth-[12-13]/0/0", "-2 fpc value 12 is outside range 0..11 for '[12-13' in 'eth-[12-13]/0/0'"},
+              {"eth-[5]/0/0", "-2 fpc has invalid range format [5 in eth-[5]/0/0 , use [n-m] or [n,m] format"},
+              {"eth-[1/0/0", "-2 missing ending brace ] for fpc in eth-[1/0/0"},
+              {"vcp-0/0/[0-1]", "-2 port value 0 is outside range 0..-1 for '[0-1' in 'vcp-0/0/[0-1]'"},
+              {"eth-0/0", "-1 missing or invalid port in 'eth-0/0'"},
+              {"eth-0/0/0.1", "-1 invalid trailing input '.1' for 'eth-0/0/0.1'"},
+              {"lo0", "-1 invalid interface name in lo0"},
+              {"atm-0/0/0", "-1 invalid interface-type for ranges in atm-0/0/0"},
+          });
+    EXPECT_EQ(outcome(longest, PARSE_IF_RANGES), "-2 fpc has invalid range format " + longest.substr(4, 1023) + " in " +
+                                                     longest + " , use [n-m] or [n,m] format");
+    check(0, {{"eth-[0-3]/0/1", "-2 missing or invalid fpc number '[0-3]/0/1' in 'eth-[0-3]/0/1'"}});
+    check(PARSE_IF_RANGES | PARSE_IF_NEED_CHANNEL, {{"eth-0/0/0", "-2 channel number missing: eth-0/0/0"}});
+}
+
+TEST(ParseInterface, UnitsDependOnTypeProductAndAttributes)
+{
+    const auto highest = [](uint16_t product, const std::string &name) {
+        Profile profile;
+        profile.product_id = product;
+        profile.has_wide_vtnet_units = product == 3 ? 1 : 0;
+        profile.type("pe").flags = profile.type("pd").flags = profile.type("mt").flags = PARSE_IF_NO_SLOT;
+        profile.type("at").flags = PARSE_IF_NO_SLOT;
+        profile.install();
+        parse_pf_attrib = {1, 0, product == 4 ? 4095 : 0};
+        const auto last = [&](int32_t unit) { return outcome(name + '.' + std::to_string(unit)); };
+        EXPECT_EQ(last(1073741824).substr(0, 1), name.substr(0, 1));
+        EXPECT_EQ(last(1074003967).substr(0, 1), name.substr(0, 1));
+        EXPECT_EQ(last(1074003968), refused("unit number is not within the range 0-262143, 1073741824-1074003967 in",
+                                            name + ".1074003968"));
+        for (const int32_t max : {4095, 16385, 65535, 262143}) {
+            const std::string above = std::to_string(max + 1);
+            if (last(max + 1)[0] != '-') continue;
+            EXPECT_NE(last(max)[0], '-') << name << max;
+            EXPECT_EQ(last(max + 1),
+                      refused("unit number is larger than " + std::to_string(max) + " in", name + '.' + above));
+            return max;
+        }
+        return last(1073741823)[0] != '-' ? 1073741823 : -1;
+    };
+    for (const char *name : {"demux0", "pe", "pd", "mt", "pp0"}) EXPECT_EQ(highest(1, name), 1073741823) << name;
+    for (const char *name : {"ae0", "at", "irb", "vtnet0"}) {
+        EXPECT_EQ(highest(1, name), 16385) << name;
+        EXPECT_EQ(highest(268, name), 1073741823) << name;
+    }
+    EXPECT_EQ(highest(3, "vtnet0"), 262143);
+    EXPECT_EQ(highest(4, "at"), 4095);
+    EXPECT_EQ(highest(170, "at"), 1073741823);
+    EXPECT_EQ(highest(170, "irb"), 65535);
+    EXPECT_EQ(highest(170, "ae0"), 16385);
+    // The edges of the sets, beside them and beyond the last.
+    for (const uint16_t product : std::vector<uint16_t>{84, 142, 148, 157, 160, 178, 204, 253})
+        EXPECT_EQ(highest(product, "ae0"), 1073741823);
+    for (const uint16_t product :
+         std::vector<uint16_t>{83, 85, 141, 149, 156, 161, 179, 205, 254, 269, 319, 320, 65535})
+        EXPECT_EQ(highest(product, "ae0"), 16385) << product;
+    for (const uint16_t product : std::vector<uint16_t>{21, 88, 89, 120, 123, 149, 152, 215, 218, 230})
+        EXPECT_EQ(highest(product, "irb"), 65535);
+    for (const uint16_t product : std::vector<uint16_t>{20, 87, 90, 119, 124, 153, 214, 219, 231})
+        EXPECT_EQ(highest(product, "irb"), 16385);
+
+    Profile profile;
+    profile.install();
+    parse_pf_attrib = {1, 0, 0};
+    check(PARSE_IF_NO_UNIT_MAX, {{"irb.1073741823", "irb //.1073741823"}});
+    check(PARSE_IF_AT_UNIT_32767, {{"at-0/0/0.32767", "at 0/0/0.32767"},
+                                   {"at-0/0/0.32766", "-2 unit number is larger than 16385 in 'at-0/0/0.32766'"},
+                                   {"irb.32767", "-2 unit number is larger than 16385 in 'irb.32767'"}});
+    parse_pf_attrib = {0, 1, 0};
+    check(0, {{"irb.1073741823", "irb //.1073741823"}});
+    EXPECT_EQ(parse_pf_attrib.loaded, 0);
+}
+
+TEST(ParseInterface, AsksThePlatformWhatItIs)
+{
+    Profile profile;
+    profile.running_in_container = 1;
+    profile.install();
+    check(0, {{"em0", " //"}, {"no name", " //"}, {"lo0", "lo 0//"}, {"lo0.1", " //"}});
+
+    profile.running_in_container = 0;
+    for (const uint16_t product : std::vector<uint16_t>{52, 62, 79, 180, 191, 248}) {
+        profile.product_id = product;
+        profile.install();
+        check(0, {{"vlan", "-1 interface type vlan is not supported in this plateform"}, {"vlan.5", "vlan //.5"}});
+    }
+    profile.product_id = 63;
+    profile.install();
+    check(0, {{"vlan", "vlan //"}});
+
+    profile.type("eth").product_mask = 1 << 5;
+    profile.product_id = 64 + 5;
+    for (const orvex_product_record record : {ORVEX_PRODUCT_BY_POINTER, ORVEX_PRODUCT_BY_CALL, ORVEX_PRODUCT_NONE}) {
+        profile.product_record = record;
+        profile.install();
+        check(0, {{"eth-0", record != ORVEX_PRODUCT_NONE ? "eth 0//"
+                                                         : "-2 product does not support interface type in 'eth-0'"}});
+    }
+}
+
+TEST(ParseInterface, SlotsOfAMultiChassisSystem)
+{
+    Profile profile;
+    profile.chassis_kind = ORVEX_CHASSIS_SWITCH;
+    profile.multi_chassis_size = 4;
+    profile.max_fpc_slots = 8;
+    profile.local_to_global = {100, 10};
+    profile.lcc_to_scc = {200, 16};
+    profile.install();
+    check(0, {
+                 {"eth-1/2/0/3.0", "eth 218/0/3.0"},
+                 {"eth-2/0/0", "eth 2/0/0"},
+                 {"eth-3/0/0/0", "-2 lcc value outside range 0..2 for '3/0/0/0' in 'eth-3/0/0/0'"},
+                 {"eth-2/8/0/0", "-2 fpc value outside range 0..7 for '8/0/0' in 'eth-2/8/0/0'"},
+                 {"vcp-255/1/0/0", "vcp 4281/0/0"},
+                 {"eth-1//0/0", "-2 missing or invalid fpc number '/0/0' in 'eth-1//0/0'"},
+             });
+    check(PARSE_IF_WILDCARD, {{"eth-*/2/0/0", "-2 wildcarding not allowed for lcc"},
+                              {"eth-1/?/0/0", "-2 wildcarding not allowed for fpc when lcc is specified"}});
+    profile.chassis_kind = ORVEX_CHASSIS_LINE_CARD;
+    profile.uses_global_slots_b = 1;
+    profile.install();
+    check(0, {{"eth-1/2/0/3", "eth 112/0/3"}});
+    profile.product_record = ORVEX_PRODUCT_NONE;
+    profile.install();
+    check(0, {{"eth-0/0/0/0", "-2 lcc value outside range 0..-2 for '0/0/0/0' in 'eth-0/0/0/0'"}});
+    profile.chassis_kind = ORVEX_CHASSIS_SINGLE;
+    orvex_platform_install(&profile);  // The form of names is kept.
+    EXPECT_EQ(outcome("eth-0/0/0/0").substr(0, 6), "-2 lcc");
+    profile.install();
+    check(0, {{"eth-0/0/0/0", "-1 invalid trailing input '/0' for 'eth-0/0/0/0'"}});
+}
+
+TEST(ParseInterface, VirtualSlots)
+{
+    Profile profile;
+    profile.has_virtual_fpcs = 1;
+    profile.min_virtual_fpc_slot = 1000;
+    profile.max_virtual_fpc_slot = 1099;
+    for (orvex_interface_type &type : profile.catalogue) type.virtual_pic_slots = 2;
+    profile.install();
+    check(0, {
+                 {"eth-1099/1/0", "eth 1099/1/0"},
+                 {"eth-1050/2/0", "-2 pic value outside range 0..1 for '2/0' in 'eth-1050/2/0'"},
+                 {"eth-11/3/0", "eth 11/3/0 | fpc value outside range 1000..1099 for '11/3/0' in 'eth-11/3/0'"},
+                 {"eth-1100/0/0", "-2 fpc value outside range 0..11 for '1100/0/0' in 'eth-1100/0/0'"},
+                 {"lo0", "lo 0//"},
+             });
+    const interface_info &eth = profile.type("eth");
+    for (const auto &[name, slots] : std::vector<std::pair<const char *, uint32_t>>{
+             {"eth-1000/0", 2}, {"eth-1099", 2}, {"eth-999", 4}, {"eth-1100", 4}, {"eth1000", 4}, {"x- 01000", 2}})
+        EXPECT_EQ(get_fpc_picslots_byname(name, &eth), slots) << name;
+    profile.chassis_kind = ORVEX_CHASSIS_SWITCH;
+    profile.multi_chassis_size = 4;
+    profile.lcc_to_scc = {0, 10000};
+    profile.install();
+    EXPECT_EQ(outcome("eth-2/1007/0/0"),
+              "eth 21007/0/0 | lcc value outside range 1000..1099 for '2/1007/0/0' in 'eth-2/1007/0/0'");
+}
+
+TEST(ParseInterface, ChassisPrefix)
+{
+    Profile profile;
+    profile.install();
+    // TEXT BUFFER-SIZE: what is left, the name, the length; or the message
+    const auto strip = [](const std::string &text, size_t size) {
+        const std::vector<char> exact(text.c_str(), text.c_str() + text.size() + 1);
+        const char *at = exact.data();
+        Guarded buffer(size);
+        Guarded error(1024);
+        size_t length = 77;
+        errno = 77;
+        const int result = parse_4_level_chassis(&at, buffer.data(), size, error.data(), error.size(), &length);
+        EXPECT_EQ(errno, 77);
+        EXPECT_TRUE(buffer.untouched() && error.untouched());
+        const std::string name = size == 0 ? "" : buffer.text();
+        if (result == 0) return std::string(at) + '|' + name + '|' + std::to_string(length);
+        EXPECT_EQ(result, -1);
+        EXPECT_TRUE(at == exact.data() && length == 0);
+        return error.text() + '|' + name;
+    };
+    EXPECT_EQ(strip("lcc0:eth-0/0/0", 200), "lcc0:eth-0/0/0||0");
+    EXPECT_EQ(strip("node1:mgmt-0", 200), "mgmt-0|node1|5");
+    check(0, {{"node1:mgmt-0", "mgmt 0//"},
+              {"node1:mgmt-9", "-2 device value outside range 0..1 for '9' in 'mgmt-9'"},
+              {"lcc0:eth-0/0/0", "-1 invalid interface type in 'lcc0:eth-0/0/0'"}});
+    profile.is_multi_chassis_root = 1;
+    profile.install();
+    EXPECT_EQ(strip("lcc0:eth-0/0/0", 5), "eth-0/0/0|lcc0|4");
+    EXPECT_EQ(strip("lcc0:eth-0/0/0", 4), "buf_size '4' is not enough for '4' long chassis name|");
+    EXPECT_EQ(strip("lcc0:eth-0/0/0", 0), "buf_size '0' is not enough for '4' long chassis name|");
+    EXPECT_EQ(strip("lcc0:lo0", 200), "lcc0:lo0||0");
+    EXPECT_EQ(strip(":eth-0/0/0", 200), ":eth-0/0/0||0");
+    EXPECT_EQ(strip("a-b:lo0", 200), "a-b:lo0||0");
+    EXPECT_EQ(strip("a_9-B:x:-", 200), "x:-|a_9-B|5");
+    EXPECT_EQ(strip("bad.name:eth-0/0/0", 200),
+              "chassis name 'bad.name' is not valid in 'bad.name:eth-0/0/0'|bad.name");
+    EXPECT_EQ(strip("\xe9:eth-0", 200), "chassis name '\xe9' is not valid in '\xe9:eth-0'|\xe9");
+    const std::string longest(128, 'c');
+    EXPECT_EQ(strip(longest + ":x-", 200), "x-|" + longest + "|128");
+    EXPECT_EQ(strip(longest + "c:x-", 9), "chassis name length is greater than 128 in '" + longest + "c:x-'|");
+
+    Guarded untouched(sizeof(parsed_interface));
+    char error[64] = "";
+    auto *const record = reinterpret_cast<parsed_interface *>(untouched.data());
+    EXPECT_EQ(parse_interface("a.b:eth-0", 0, 0, record, error, sizeof error), -1);
+    EXPECT_TRUE(untouched.untouched(true));
+    std::string log;
+    orvex_platform_set_log_sink(
+        [](int level, const char *text, void *at) { *static_cast<std::string *>(at) = std::to_string(level) + text; },
+        &log);
+    errno = 0;
+    EXPECT_EQ(parse_interface(nullptr, 0, 0, record, error, sizeof error), -1);
+    orvex_platform_set_log_sink(nullptr, nullptr);
+    EXPECT_STREQ(error, "it needs a non null string to parse.");
+    EXPECT_EQ(log, "0parse_interface:711: insist 'str && *str' failed: Success");
+}
