@@ -86,6 +86,8 @@ struct AttributeRequest {
 
     explicit AttributeRequest(const platform_hook_arg *arg)
     {
+        // A hook's argument carries pointers as integers.
+        // NOLINTBEGIN(performance-no-int-to-ptr)
         for (; arg->name != nullptr; ++arg) {
             if (std::strcmp(arg->name, "key_name") == 0)
                 key = reinterpret_cast<const char *>(arg->value);
@@ -96,6 +98,7 @@ struct AttributeRequest {
             else if (std::strcmp(arg->name, "ret") == 0)
                 status = reinterpret_cast<int32_t *>(arg->value);
         }
+        // NOLINTEND(performance-no-int-to-ptr)
     }
 
     [[nodiscard]] bool complete() const

@@ -40,7 +40,7 @@ constexpr std::array<bool, 128> ascii_alias_characters = [] {
 
 bool is_alias_character(char character)
 {
-    return is_ascii(character) ? ascii_alias_characters[static_cast<size_t>(character)]
+    return is_ascii(character) ? ascii_alias_characters[static_cast<unsigned char>(character)]
                                : is_letter_or_digit(character);
 }
 

@@ -664,7 +664,7 @@ int read_whole_type(Parse &parse)
                   parse.name);
 }
 
-// Finds the type; the flags are the caller's here.
+// Finds the type and its entry; the flags are the caller's here.
 int find_type(Parse &parse)
 {
     bool has_dash = false;
@@ -687,10 +687,8 @@ void set_type_name(Parse &parse)
 }
 
 // Takes the type over: its name into the record, its flags into the parse.
-int read_type(Parse &parse, uint32_t mask)
+int take_type(Parse &parse, uint32_t mask)
 {
-    const int result = find_type(parse);
-    if (result != go_on) return result;
     const uint64_t products = parse.entry->product_mask;
     if (products != 0 && (products >> parse.product_id % 64 & 1) == 0) {
         return refuse(parse.quotes.error, keep_errno, rule_broken,
@@ -883,7 +881,9 @@ int check_special_names(const Parse &parse, bool in_container)
 int parse_name(Parse &parse, uint32_t mask, bool in_container)
 {
     int result = check_special_names(parse, in_container);
-    if (result == go_on) result = read_type(parse, mask);
+    if (result == go_on) result = find_type(parse);
+    if (result != go_on || parse.entry == nullptr) return result;
+    result = take_type(parse, mask);
     if (result == go_on) result = read_numbers(parse);
     if (result != go_on) return result;
     if (*parse.at != '\0') return refuse_trailing(parse);
@@ -901,7 +901,8 @@ int parse_interface(const char *name, uint32_t flags, uint32_t mask, parsed_inte
     const uint16_t product_id = orvex::read_product_id();
     const bool in_container = orvex::runs_in_container();
     orvex::insist(name != nullptr && *name != '\0', "parse_interface", "str && *str", 711);
-    if (orvex::read_chassis_prefix(name, nullptr, 0, nullptr, error) != 0) return -1;
+    const int prefix = orvex::read_chassis_prefix(name, nullptr, 0, nullptr, error);
+    if (prefix != 0 || name == nullptr) return -1;
     orvex::is_multichassis_naming();
     orvex::reset(*result);
     const orvex::Quotes quotes{name, error};

@@ -225,7 +225,7 @@ struct interface_info;
 #define IF_FIELD_WILD_ANY (-3) /* "*" */
 #define IF_FIELD_RANGE (-4)    /* a bracketed range, whose numbers the caller reads from the name */
 
-/* An interface name's parts. A name that was not accepted leaves in it what was read before. */
+/* An interface name's parts. */
 struct parsed_interface {
     char type_name[60];    /* as typed, or "all"; terminated */
     int32_t fpc;           /* FPC, system-wide; the device number of types that have one */
@@ -241,50 +241,56 @@ struct parsed_interface {
  * Flags of parse_interface, from the caller or from the interface type's catalogue entry. Bits that
  * are not listed have no effect.
  */
-#define PARSE_IF_MGMT 0x1U                /* one device number; no PIC, port or channel */
+#define PARSE_IF_MGMT 0x1U                /* one device number; no PIC or port, and no channel */
+                                          /* unless PARSE_IF_CHANNELS is set */
 #define PARSE_IF_CHANNELS 0x2U            /* ":" channel numbers may follow the port */
 #define PARSE_IF_NO_SLOT 0x4U             /* no FPC or device number */
-#define PARSE_IF_NEED_FPC_PIC_PORT 0x8U   /* FPC, PIC and port must be given */
+#define PARSE_IF_NEED_FPC_PIC_PORT 0x8U   /* FPC, PIC and port must be given; no device types */
 #define PARSE_IF_NO_UNIT 0x10U            /* a unit is refused */
 #define PARSE_IF_ALLOW_ALL 0x20U          /* caller only: the name "all" is accepted */
 #define PARSE_IF_WILDCARD 0x80U           /* "?" and "*" may stand for a number */
 #define PARSE_IF_AFTER_SEP 0x100U         /* the parser's own; to be left clear */
-#define PARSE_IF_DEFAULT_UNIT 0x200U      /* the unit is 0 when none is given */
+#define PARSE_IF_DEFAULT_UNIT 0x200U      /* the unit is 0 when none is given but the port (or */
+                                          /* the device number, or PARSE_IF_NO_SLOT) is */
 #define PARSE_IF_NEED_CHANNEL 0x2000U     /* a channel number or a direction is required */
-#define PARSE_IF_NO_UNIT_MAX 0x8000U      /* the type's highest unit does not count */
+#define PARSE_IF_NO_UNIT_MAX 0x8000U      /* units go up to 1074003967 whatever the type */
 #define PARSE_IF_RLSQ 0x20000U            /* one device number; no PIC or port */
 #define PARSE_IF_AT_UNIT_32767 0x40000U   /* type "at": unit 32767 is accepted */
 #define PARSE_IF_RANGES 0x80000U          /* "[0-3]" and "[0,2]" may stand for a number; the name */
-                                          /* must be type-fpc/pic/port and nothing else */
+                                          /* must be type-fpc/pic/port and nothing else; from the */
+                                          /* caller, the part before the "-" must be a type */
 #define PARSE_IF_WIDE_FPC 0x100000U       /* the first slot number goes up to 255 */
 #define PARSE_IF_EXPANSION_SLOT 0x400000U /* type-slot-port, the slot in `pic` */
 #define PARSE_IF_PORT_FIRST 0x800000U     /* a port number directly after the type */
 
 /*
- * Reads an interface name, "eth-1/2/0:3.100": [chassis:]type[-fpc/pic/port[:channel…][-rx|-tx]]
- * [.unit] and the other forms that the type's catalogue entry selects. Every number is held to what
- * the platform says of its product, chassis and interface types. In a container every name but
- * "lo0" is accepted without being read.
+ * Reads an interface name, "eth-1/2/0:3.100": [chassis:]type-fpc[/pic[/port]][:channel…][.unit],
+ * with "-rx" or "-tx" in place of channels, and the other forms that the type's catalogue entry
+ * selects. Every number is held to what the platform says of its product, chassis and interface
+ * types. In a container every name but "lo0" is accepted and, but for its chassis prefix, not read.
  *
- * `name`    the name; one that is null or empty is logged, and refused.
+ * `name`    the name; one that is null or empty is logged, and refused as any other.
  * `flags`   PARSE_IF_ bits to add to those of the catalogue entry.
  * `mask`    PARSE_IF_ bits to take away from both.
- * `result`  required; reset and filled in by every call, unless the chassis prefix is refused.
+ * `result`  required; untouched when the chassis prefix is refused. Any other call resets it and
+ *           fills in what it reads: of a refused name what stands before the fault, and also a
+ *           refused range (IF_FIELD_RANGE) or a unit above the highest.
  *
  * Numbers are decimal and convert as strtoul does. A range's numbers are checked and not stored.
  *
  * Returns
  *   0  the name is accepted. Exception to the convention: `errbuf` may hold the message of a number
- *      that was tried in vain, the first slot number of a name on a system with virtual FPCs, or
- *      the one missing from "type-" under PARSE_IF_WILDCARD.
+ *      that was tried in vain: a slot number on a system with virtual FPCs, or the one missing from
+ *      "type-" under PARSE_IF_WILDCARD.
  *  -1  this is no interface name: its chassis prefix or its type is refused, text follows it, or
  *      with ranges it is incomplete.
  *  -2  the type is known, but the product does not support it or another part breaks a rule.
  * Messages quote the name without its chassis prefix.
  *
- * The first call asks the platform for the form of names on a multi-chassis system and keeps the
- * answer for the life of the process; so does the first one that reads a unit on product 169 with
- * parse_pf_attrib. First calls from several threads at once are safe.
+ * The first call without a refused prefix asks the platform for the form of names on a
+ * multi-chassis system and keeps the answer for the life of the process; so does the first one that
+ * reads a unit on product 169 with parse_pf_attrib. First calls from several threads at once are
+ * safe.
  */
 ORVEX_PARSE_API int parse_interface(const char *name, uint32_t flags, uint32_t mask,
                                     struct parsed_interface *result, char *errbuf, size_t errlen);
@@ -324,7 +330,8 @@ ORVEX_PARSE_API uint32_t get_fpc_picslots_byname(const char *name,
 struct platform_attributes {
     uint8_t loaded;          /* 1: read from the platform; initially 0 */
     uint8_t is_l2ng_product; /* not 0: units of every type go up to 1073741823; initially 1 */
-    int32_t max_ifl_subunit; /* not 0: the highest unit of the type "at"; initially 0 */
+    int32_t max_ifl_subunit; /* not 0: the highest unit of the type "at" where neither
+                                is_l2ng_product nor the product gives one; initially 0 */
 };
 
 ORVEX_PARSE_API extern struct platform_attributes parse_pf_attrib;
