@@ -54,6 +54,14 @@ TEST(Heap, NoCallAllocates)
             format_ipv6addr_partial(address, 64, 1, buf, sizeof buf);
         }
     }
+    for (const char *const text : {"eth-0/0/0:1.5", "eth-[0-3]/[0/0", "lcc0:mgmt-0", "uplink-to-core"}) {
+        parsed_interface interface;
+        char buf[200];
+        parse_interface(text, PARSE_IF_RANGES, 0, &interface, buf, sizeof buf);
+        parse_interface(text, 0, 0, &interface, buf, sizeof buf);
+        is_interface_alias(text);
+        ifalias_to_ifl(text, buf, sizeof buf, 0, nullptr);
+    }
     counting = false;
     EXPECT_EQ(allocations, 0);
 }
