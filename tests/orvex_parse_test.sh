@@ -2,6 +2,7 @@
 # Runs the command-line program as its users do: orvex_parse_test.sh PROGRAM
 set -uo pipefail
 program=$1
+cd "$(dirname "$0")/.." || exit
 failures=0
 fail() {
   echo "FAILED: $*"
@@ -23,27 +24,43 @@ expect() {
   fi
 }
 
-# Every flag changes what the library is asked: FLAGS | TEXT | status without | status with
-while IFS='|' read -r flags text without with; do
+# Every flag changes what the library is asked: COMMAND | FLAGS | TEXT | status without | status with
+while IFS='|' read -r command flags text without with; do
   for run in ":$without" "$flags:$with"; do
     # shellcheck disable=SC2086 # several flags are several words
-    "$program" ip ${run%:*} -- "$text" >/dev/null 2>&1
+    "$program" $command ${run%:*} -- "$text" >/dev/null 2>&1
     got=$?
-    [[ $got == "${run##*:}" ]] || fail "ip ${run%:*} $text: exit $got"
+    [[ $got == "${run##*:}" ]] || fail "$command ${run%:*} $text: exit $got"
   done
 done <<'ROWS'
---prefix|10.0.0.0/8|1|0
---prefix-required|10.0.0.0|0|1
---all-bytes|10.1|0|1
---mask|10.0.0.0/255.0.0.0|1|0
---default|default|1|0
---integer|167772161|1|0
---multicast|10.0.0.1|0|1
---any|any-unicast|1|0
---no-martian|127.0.0.1|0|1
---unicast|224.0.0.1|0|1
---family inet6|10.0.0.1|0|1
---family 73|::1|0|1
+ip|--prefix|10.0.0.0/8|1|0
+ip|--prefix-required|10.0.0.0|0|1
+ip|--all-bytes|10.1|0|1
+ip|--mask|10.0.0.0/255.0.0.0|1|0
+ip|--default|default|1|0
+ip|--integer|167772161|1|0
+ip|--multicast|10.0.0.1|0|1
+ip|--any|any-unicast|1|0
+ip|--no-martian|127.0.0.1|0|1
+ip|--unicast|224.0.0.1|0|1
+ip|--family inet6|10.0.0.1|0|1
+ip|--family 73|::1|0|1
+interface|--mgmt|eth-1/2/3|0|1
+interface|--channels|vcp-0/0/0:0|1|1
+interface|--without channels|eth-0/0/0:1|0|1
+interface|--no-slot|eth-0/0/0|0|1
+interface|--need-fpc-pic-port|eth-0|0|1
+interface|--no-unit|eth-0/0/0.1|0|1
+interface|--all|all|1|0
+interface|--wildcard|eth-*/?/0|1|0
+interface|--need-channel|eth-0/0/0|0|1
+interface|--rlsq|eth-1/2/3|0|1
+interface|--ranges|eth-[0-3]/0/[1,2]|1|0
+interface|--wide-fpc|eth-255/0/0|1|0
+interface|--expansion-slot --no-slot|eth-1-2|1|0
+interface|--port-first --no-slot|eth-47|1|0
+interface|--profile profiles/product-169.toml --no-unit-max|at-0/0/0.5000|0|0
+interface|--profile profiles/product-169.toml --without at-unit-32767|at-0/0/0.32767|0|1
 ROWS
 
 expect 'a record for people' 0 'input:         10.1.0.0/16
@@ -80,6 +97,52 @@ expect 'numbers' 1 $'31\n-12' "'4x' is not an integer
 expect 'a bounded number' 1 '{"input":"9","value":9}
 {"input":"10","error":"'"'10'"' is not a number from 0 to 9","code":0,"errno":null}' \
   "'10' is not a number from 0 to 9" number --limit 10 --json 9 10
+
+# What each profile's platform means by a name: PROFILE | NAME | FIELDS
+while IFS='|' read -r profile name fields; do
+  got=$("$program" --profile "profiles/$profile.toml" interface --json "$name" 2>&1)
+  [[ $got == "{\"input\":\"$name\"$fields}" ]] || fail "$profile $name: $got"
+done <<'ROWS'
+single-chassis|eth-1/2/0:3.100|,"type":"eth","fpc":1,"pic":2,"port":0,"channels":[3],"unit":100
+switch-chassis|lcc0:eth-1/2/0/3|,"type":"eth","fpc":10,"pic":0,"port":3
+line-card-chassis|eth-1/2/0/3|,"type":"eth","fpc":82,"pic":0,"port":3
+virtual-fpcs|eth-1050/1/0|,"type":"eth","fpc":1050,"pic":1,"port":0
+container|eth-1/2/0:3.100|
+product-169|at-0/0/0.4095|,"type":"at","fpc":0,"pic":0,"port":0,"unit":4095
+ROWS
+expect 'an interface name' 0 'input:         eth-*/?/10-rx
+type:          eth
+fpc:           *
+pic:           ?
+port:          10
+direction:     rx
+unit:          0' '' interface --wildcard --default-unit 'eth-*/?/10-rx'
+expect 'a refused name' 1 '' "fpc value outside range 0..11 for '12/0/0' in 'eth-12/0/0'" interface eth-12/0/0
+ORVEX_PROFILE=profiles/virtual-fpcs.toml "$program" interface eth-1050/0/0 >/dev/null || fail 'ORVEX_PROFILE'
+
+# A bad profile is refused at its place: TOML | LINE:COLUMN and message
+while IFS='|' read -r toml message; do
+  printf '%b' "$toml" >"$scratch/bad.toml"
+  expect "$toml" 1 '' "orvex-parse: $scratch/bad.toml:$message" --profile "$scratch/bad.toml" interface eth-0
+done <<'ROWS'
+[chassis]\nfpc-slots = "twelve"|2:13: fpc-slots: expected an integer from -2147483648 to 2147483647, found the string "twelve"
+[virtual-fpcs]\nlist = 1|2:1: expected one of first, last, found the key "list"
+[chassis|1:9: Error while parsing table header: encountered end-of-file
+[types.eth]\nflags = ["chanels"]|2:10: flags: expected a flag, such as "channels", found the string "chanels"
+[types.eth]\nchannels = [1,2,3,4,5,6,7]|2:12: channels: expected a list of at most 6 bounds, found 7
+[chassis]\nkind = "double"|2:8: kind: expected "single" or "switch" or "line-card", found the string "double"
+product = 5|1:11: product: expected a table, found 5
+[product]\nid = 65536|2:6: id: expected an integer from 0 to 65535, found 65536
+[product]\ncontainer = 1.5|2:13: container: expected true or false, found a floating-point
+ROWS
+printf 'builtin-types = false\n[types.mt]\nports = 1\npic-slots = 1\nproducts = [65]\n' >"$scratch/own.toml"
+expect 'types of its own' 1 '{"input":"mt-0/0/0","type":"mt","fpc":0,"pic":0,"port":0}
+{"input":"eth-0","error":"invalid interface type in '"'eth-0'"'","code":-1,"errno":null}' \
+  "invalid interface type in 'eth-0'" --profile "$scratch/own.toml" interface --json mt-0/0/0 eth-0
+printf 'eth-0/0/0.0 uplink x\n' >"$scratch/map"
+expect 'aliases found' 1 eth-0/0/0.0 "'up' is not in the alias map" alias find --map "$scratch/map" uplink up
+expect 'no alias map' 1 '' 'orvex-parse: cannot open /dev/null/map: Not a directory' alias find --map /dev/null/map x
+expect 'words that are aliases or not' 1 $'yes\nno' '' alias is uplink-to-core eth-0/0/0
 
 printf '1\r\n2\0d\n%070000d\n\xff\n5' 0 >"$scratch/in"
 zeros=$(printf '%064d' 0)

@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "stream.h"
 
@@ -13,6 +14,10 @@ using Job = std::function<int()>;
 
 void add_number_commands(CLI::App &app, Job &job);
 void add_ip_command(CLI::App &app, Job &job);
+
+// `profile` is the path of the platform profile, or empty.
+void add_interface_command(CLI::App &app, const std::string &profile, Job &job);
+void add_alias_command(CLI::App &app, const std::string &profile, Job &job);
 
 // Adds a subcommand with what all of them take: texts and --json.
 template <typename CommandOptions>

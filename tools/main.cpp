@@ -17,6 +17,9 @@ const char *const examples = R"(Examples:
   orvex-parse quad -- -9223372036854775808
   orvex-parse number --limit 4096 100
   orvex-parse ip --prefix --host-zero 10.1.0.0/16
+  orvex-parse interface --wildcard 'eth-1/*/0.100'
+  orvex-parse --profile profiles/virtual-fpcs.toml interface eth-1050/0/0
+  orvex-parse alias find --map map.txt uplink-to-core
 
 Exit status: 0 when every text was accepted, 1 when one was refused, 2 for wrong usage.)";
 
@@ -38,9 +41,15 @@ int run(int argc, char **argv)
                                           sw_version.build + ")");
     app.require_subcommand(1);
     app.footer(examples);
+    std::string profile;
+    app.add_option("--profile", profile, "The platform that interface names are read for")
+        ->type_name("FILE")
+        ->envname("ORVEX_PROFILE");
     Job job;
     add_number_commands(app, job);
     add_ip_command(app, job);
+    add_interface_command(app, profile, job);
+    add_alias_command(app, profile, job);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

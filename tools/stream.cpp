@@ -106,6 +106,7 @@ int run_texts(const Options &options, Style human_style, const Reader &reader)
             report(text, outcome.message);
             status = 1;
         }
+        if (outcome.no) status = 1;
         const std::string output = formatted(text.value, outcome, style, first);
         if (output.empty()) continue;
         first = false;

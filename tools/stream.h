@@ -20,6 +20,7 @@ struct Outcome {
     std::string message;  // empty: accepted
     int code = 0;         // the library's result
     int error = 0;        // errno as the library left it, 0 for none
+    bool no = false;      // accepted, but the answer is no: the exit status becomes 1
 };
 
 enum class Style {

@@ -1,0 +1,379 @@
+#include "profile.h"
+
+#include <orvex/stand_in.h>
+
+#include <toml++/toml.h>
+#include <limits>
+#include <map>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+#include <vector>
+
+#include "interface_flags.h"
+
+namespace {
+
+[[noreturn]] void refuse(const std::string &path, const toml::source_position &at,
+                         const std::string &problem)
+{
+    std::ostringstream message;
+    message << path << ':' << at.line << ':' << at.column << ": " << problem;
+    throw std::runtime_error(message.str());
+}
+
+// "the string "twelve"", "an array"
+std::string found(const toml::node &node)
+{
+    std::ostringstream text;
+    if (const auto *const string = node.as_string())
+        text << "the string \"" << string->get() << '"';
+    else if (const auto *const integer = node.as_integer())
+        text << integer->get();
+    else if (const auto *const boolean = node.as_boolean())
+        text << (boolean->get() ? "true" : "false");
+    else if (node.is_table())
+        text << "a table";
+    else if (node.is_array())
+        text << "an array";
+    else
+        text << "a " << node.type();
+    return text.str();
+}
+
+// A word that a key may have, and what it stands for.
+template <typename Value>
+struct Choice {
+    const char *word;
+    Value value;
+};
+
+// A node of the file that knows where it stands.
+class Node {
+   public:
+    Node(const std::string &path, std::string key, const toml::node &node)
+        : path_(&path), key_(std::move(key)), node_(&node)
+    {
+    }
+
+    [[nodiscard]] const std::string &key() const { return key_; }
+    [[nodiscard]] bool is_table() const { return node_->is_table(); }
+
+    template <typename Integer>
+    void read(Integer &value) const
+    {
+        using Limits = std::numeric_limits<Integer>;
+        const auto *const integer = node_->as_integer();
+        if (integer == nullptr || integer->get() < Limits::min() || integer->get() > Limits::max())
+            expected("an integer from " + std::to_string(Limits::min()) + " to " +
+                     std::to_string(Limits::max()));
+        value = static_cast<Integer>(integer->get());
+    }
+
+    void read_truth(uint8_t &value) const
+    {
+        const auto *const boolean = node_->as_boolean();
+        if (boolean == nullptr) expected("true or false");
+        value = boolean->get() ? 1 : 0;
+    }
+
+    template <typename Value, size_t count>
+    void read_choice(Value &value, const Choice<Value> (&choices)[count]) const
+    {
+        const std::string word = node_->value_or(std::string());
+        std::string words;
+        for (const Choice<Value> &choice : choices) {
+            if (word == choice.word) {
+                value = choice.value;
+                return;
+            }
+            words += (words.empty() ? "\"" : " or \"") + std::string(choice.word) + '"';
+        }
+        expected(words);
+    }
+
+    [[nodiscard]] std::string text(const char *what) const
+    {
+        const auto *const string = node_->as_string();
+        if (string == nullptr) expected(what);
+        return string->get();
+    }
+
+    // The members of an array, `most` at the most.
+    [[nodiscard]] std::vector<Node> members(size_t most, const std::string &what) const
+    {
+        const toml::array *const array = node_->as_array();
+        if (array == nullptr) expected(what);
+        if (array->size() > most)
+            refuse(*path_, node_->source().begin,
+                   key_ + ": expected " + what + ", found " + std::to_string(array->size()));
+        std::vector<Node> nodes;
+        for (const toml::node &member : *array) nodes.emplace_back(*path_, key_, member);
+        return nodes;
+    }
+
+    // The keys of a table, each with its value.
+    [[nodiscard]] std::vector<Node> entries() const
+    {
+        const toml::table *const table = node_->as_table();
+        if (table == nullptr) expected("a table");
+        std::vector<Node> nodes;
+        for (const auto &[key, value] : *table)
+            nodes.emplace_back(*path_, std::string(key.str()), value).place_ = key.source().begin;
+        return nodes;
+    }
+
+    [[noreturn]] void expected(const std::string &what) const
+    {
+        refuse(*path_, node_->source().begin,
+               key_ + ": expected " + what + ", found " + found(*node_));
+    }
+
+    [[noreturn]] void unknown(const std::string &known) const
+    {
+        refuse(*path_, place_, "expected one of " + known + ", found the key \"" + key_ + '"');
+    }
+
+   private:
+    const std::string *path_;
+    std::string key_;
+    const toml::node *node_;
+    toml::source_position place_{};  // of the key
+};
+
+// How the value of each key is read.
+template <typename Target>
+struct Key {
+    const char *name;
+    void (*read)(Target &target, const Node &node);
+};
+
+template <typename Target, size_t count>
+void read_table(Target &target, const Node &table, const Key<Target> (&keys)[count])
+{
+    for (const Node &entry : table.entries()) {
+        std::string known;
+        const Key<Target> *match = nullptr;
+        for (const Key<Target> &key : keys) {
+            if (entry.key() == key.name) match = &key;
+            known += (known.empty() ? "" : ", ") + std::string(key.name);
+        }
+        if (match == nullptr) entry.unknown(known);
+        match->read(target, entry);
+    }
+}
+
+using Profile = orvex_platform_profile;
+using Type = orvex_interface_type;
+
+void read_product(Profile &profile, const Node &table)
+{
+    static constexpr Choice<orvex_product_record> records[] = {
+        {"pointer", ORVEX_PRODUCT_BY_POINTER},
+        {"call", ORVEX_PRODUCT_BY_CALL},
+        {"none", ORVEX_PRODUCT_NONE}};
+    static constexpr Key<Profile> keys[] = {
+        {"id", [](Profile &target, const Node &node) { node.read(target.product_id); }},
+        {"record", [](Profile &target,
+                      const Node &node) { node.read_choice(target.product_record, records); }},
+        {"multi-chassis-size",
+         [](Profile &target, const Node &node) { node.read(target.multi_chassis_size); }},
+        {"container",
+         [](Profile &target, const Node &node) { node.read_truth(target.running_in_container); }},
+    };
+    read_table(profile, table, keys);
+}
+
+// 4095, or { value = 4095, status = 5 }
+void read_attribute(orvex_attribute &attribute, const Node &node)
+{
+    static constexpr Key<orvex_attribute> keys[] = {
+        {"value", [](orvex_attribute &target, const Node &value) { value.read(target.value); }},
+        {"status", [](orvex_attribute &target, const Node &value) { value.read(target.status); }},
+    };
+    if (node.is_table())
+        read_table(attribute, node, keys);
+    else
+        node.read(attribute.value);
+}
+
+void read_attributes(Profile &profile, const Node &table)
+{
+    static constexpr Key<Profile> keys[] = {
+        {"available",
+         [](Profile &target, const Node &node) { node.read_truth(target.has_attributes); }},
+        {"is-l2ng-product",
+         [](Profile &target, const Node &node) { read_attribute(target.is_l2ng_product, node); }},
+        {"max-ifl-subunit",
+         [](Profile &target, const Node &node) { read_attribute(target.max_ifl_subunit, node); }},
+    };
+    read_table(profile, table, keys);
+}
+
+void read_mapping(orvex_slot_mapping &mapping, const Node &table)
+{
+    using Mapping = orvex_slot_mapping;
+    static constexpr Key<Mapping> keys[] = {
+        {"first", [](Mapping &target, const Node &node) { node.read(target.first); }},
+        {"slots-per-lcc",
+         [](Mapping &target, const Node &node) { node.read(target.slots_per_lcc); }},
+    };
+    read_table(mapping, table, keys);
+}
+
+void read_global_slots(Profile &profile, const Node &node)
+{
+    static constexpr Choice<char> kinds[] = {{"a", 'a'}, {"b", 'b'}, {"none", '-'}};
+    char kind = '-';
+    node.read_choice(kind, kinds);
+    profile.uses_global_slots_a = kind == 'a' ? 1 : 0;
+    profile.uses_global_slots_b = kind == 'b' ? 1 : 0;
+}
+
+void read_chassis(Profile &profile, const Node &table)
+{
+    static constexpr Choice<orvex_chassis_kind> kinds[] = {{"single", ORVEX_CHASSIS_SINGLE},
+                                                           {"switch", ORVEX_CHASSIS_SWITCH},
+                                                           {"line-card", ORVEX_CHASSIS_LINE_CARD}};
+    static constexpr Key<Profile> keys[] = {
+        {"kind",
+         [](Profile &target, const Node &node) { node.read_choice(target.chassis_kind, kinds); }},
+        {"root",
+         [](Profile &target, const Node &node) { node.read_truth(target.is_multi_chassis_root); }},
+        {"wide-vtnet-units",
+         [](Profile &target, const Node &node) { node.read_truth(target.has_wide_vtnet_units); }},
+        {"fpc-slots", [](Profile &target, const Node &node) { node.read(target.max_fpc_slots); }},
+        {"global-slots", read_global_slots},
+        {"local-to-global",
+         [](Profile &target, const Node &node) { read_mapping(target.local_to_global, node); }},
+        {"lcc-to-scc",
+         [](Profile &target, const Node &node) { read_mapping(target.lcc_to_scc, node); }},
+    };
+    read_table(profile, table, keys);
+}
+
+void read_virtual_fpcs(Profile &profile, const Node &table)
+{
+    static constexpr Key<Profile> keys[] = {
+        {"first",
+         [](Profile &target, const Node &node) { node.read(target.min_virtual_fpc_slot); }},
+        {"last", [](Profile &target, const Node &node) { node.read(target.max_virtual_fpc_slot); }},
+    };
+    profile.has_virtual_fpcs = 1;
+    read_table(profile, table, keys);
+}
+
+void read_flags(Type &type, const Node &node)
+{
+    type.info.flags = 0;
+    for (const Node &member : node.members(interface_flags.size(), "a list of flags")) {
+        const auto flag = find_interface_flag(member.text("a flag"));
+        if (!flag) member.expected("a flag, such as \"channels\"");
+        type.info.flags |= *flag;
+    }
+}
+
+void read_channels(Type &type, const Node &node)
+{
+    constexpr size_t most = std::size(interface_info{}.channel_bounds);
+    const auto members = node.members(most, "a list of at most 6 bounds");
+    type.info.channel_levels = static_cast<uint16_t>(members.size());
+    for (size_t level = 0; level < members.size(); ++level)
+        members[level].read(type.info.channel_bounds[level]);
+}
+
+void read_products(Type &type, const Node &node)
+{
+    type.info.product_mask = 0;
+    for (const Node &member : node.members(65536, "a list of product identifiers")) {
+        uint16_t product = 0;
+        member.read(product);
+        type.info.product_mask |= uint64_t{1} << product % 64;
+    }
+}
+
+void read_type(Type &type, const Node &table)
+{
+    static constexpr Key<Type> keys[] = {
+        {"flags", read_flags},
+        {"pic-slots", [](Type &target, const Node &node) { node.read(target.info.pic_slots); }},
+        {"ports", [](Type &target, const Node &node) { node.read(target.info.ports_per_pic); }},
+        {"channels", read_channels},
+        {"products", read_products},
+        {"virtual-pic-slots",
+         [](Type &target, const Node &node) { node.read(target.virtual_pic_slots); }},
+    };
+    read_table(type, table, keys);
+}
+
+// A profile with the interface types that it points to.
+struct Router {
+    Profile profile = *orvex_platform_default_profile();
+    std::map<std::string, Type> types;
+    std::vector<Type> catalogue;
+    uint8_t builtin_types = 1;
+
+    void add_builtin_types()
+    {
+        for (size_t i = 0; i < profile.type_count; ++i)
+            types.emplace(profile.types[i].name, profile.types[i]);
+    }
+
+    void install()
+    {
+        for (auto &[name, type] : types) {
+            type.name = name.c_str();
+            catalogue.push_back(type);
+        }
+        profile.types = catalogue.data();
+        profile.type_count = catalogue.size();
+        if (orvex_platform_install(&profile) != 0)
+            throw std::runtime_error("the interface types cannot be installed");
+    }
+};
+
+// Amends the built-in type of a name, or adds one.
+void read_types(Router &router, const Node &table)
+{
+    for (const Node &entry : table.entries()) {
+        if (entry.key().empty()) entry.unknown("the names of interface types");
+        read_type(router.types[entry.key()], entry);
+    }
+}
+
+void read_router(Router &router, const Node &file)
+{
+    static constexpr Key<Router> keys[] = {
+        {"builtin-types",
+         [](Router &target, const Node &node) { node.read_truth(target.builtin_types); }},
+        {"product", [](Router &target, const Node &node) { read_product(target.profile, node); }},
+        {"attributes",
+         [](Router &target, const Node &node) { read_attributes(target.profile, node); }},
+        {"chassis", [](Router &target, const Node &node) { read_chassis(target.profile, node); }},
+        {"virtual-fpcs",
+         [](Router &target, const Node &node) { read_virtual_fpcs(target.profile, node); }},
+        {"types", read_types},
+    };
+    // Types amend the built-in ones, unless the file does without them.
+    for (const Node &entry : file.entries())
+        if (entry.key() == "builtin-types") entry.read_truth(router.builtin_types);
+    if (router.builtin_types != 0) router.add_builtin_types();
+    read_table(router, file, keys);
+}
+
+}  // namespace
+
+void install_profile(const std::string &path)
+{
+    static Router router;
+    if (path.empty()) return;
+    try {
+        const toml::table file = toml::parse_file(path);
+        read_router(router, Node(path, "", file));
+    } catch (const toml::parse_error &error) {
+        const toml::source_position &at = error.source().begin;
+        if (at.line == 0) throw std::runtime_error(path + ": " + std::string(error.description()));
+        refuse(path, at, std::string(error.description()));
+    }
+    router.install();
+}
