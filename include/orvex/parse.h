@@ -214,6 +214,40 @@ ORVEX_PARSE_API size_t format_ipaddr(int af, const void *address, uint8_t full_f
                                      uint32_t pfxlen, int maskseen, const void *mask, char *buf,
                                      size_t buflen);
 
+/*
+ * Rewrites the text of an IPv6 address in place into the canonical form of RFC 5952 section 4:
+ * lower case, no leading zeros, "::" for the longest run of two or more zero groups, the first of
+ * equal ones. A text that ends in a dotted IPv4 part keeps it, and no other gets one.
+ *
+ * `text`  a buffer of at least 47 bytes, or null. On success all 47 are written: the text, at most
+ *         45 characters, and zeros.
+ * Returns 1. Returns 0, with the buffer untouched, when `text` is null or anything but an address
+ * that the host's inet_pton reads.
+ */
+ORVEX_PARSE_API int format_rfc5952(char *text);
+
+/* Room for every text of the two functions below, terminator included. */
+#define FORMAT_IN6_BUFSIZE 44
+
+/*
+ * Writes the leading `pfxlen` bits (0 to 128) of a 16-byte IPv6 address at the right end of a
+ * buffer, for listings: the groups behind them are "::", or "0" when it is only one. The first run
+ * of zero groups from the right is compressed, unlike RFC 5952. An IPv4-mapped address, or an
+ * IPv4-compatible one but :: and ::1, ends in a dotted part when `pfxlen` is above 112. The bits of
+ * a byte that `pfxlen` divides are all written; no byte behind is, though `address` must have 16.
+ *
+ * `terminate` not 0 puts a terminator into the last byte of `buf`; otherwise the text ends there.
+ *
+ * Returns a pointer to the first character of the text, inside `buf`; the bytes in front of it are
+ * untouched. A text that does not fit keeps its right end. `address` must not be null, nor `buf`.
+ */
+ORVEX_PARSE_API char *format_in6_addr(const void *address, int pfxlen, char *buf, size_t buflen,
+                                      int terminate);
+
+/* As format_in6_addr, with "/" and the prefix length behind the address. */
+ORVEX_PARSE_API char *format_in6_prefix(const void *address, int pfxlen, char *buf, size_t buflen,
+                                        int terminate);
+
 /* ---- Interface names ------------------------------------------------------------------------- */
 
 /* An entry of the platform's interface-type catalogue, declared in orvex/platform.h. */
@@ -364,6 +398,208 @@ ORVEX_PARSE_API int is_interface_alias(const char *text);
  */
 ORVEX_PARSE_API int ifalias_to_ifl(const char *alias, char *dest, size_t dest_size,
                                    uint8_t use_alternate, FILE *stream);
+
+/* ---- MAC addresses --------------------------------------------------------------------------- */
+
+/* Flags of parse_mac_addr. Bits that are not listed have no effect. */
+#define PARSE_MAC_PREFIX_OK 0x1U      /* "/" and a prefix length may follow the address */
+#define PARSE_MAC_UNICAST_ONLY 0x2U   /* the group bit must be clear */
+#define PARSE_MAC_MULTICAST_ONLY 0x4U /* the group bit must be set; checked first */
+
+/*
+ * Reads an IEEE 802 48-bit MAC address: six groups of one or two hexadecimal digits with "." or ":"
+ * between them, mixed as one likes, or two-digit groups without. Digits pair from the left; a
+ * single digit is a group only in front of a separator, "/" or the end.
+ *
+ * `address`  receives 6 bytes in transmission order.
+ * `pfxseen`  receives 1 under PARSE_MAC_PREFIX_OK, else 0; may be null.
+ * `pfxlen`   receives, under PARSE_MAC_PREFIX_OK, the prefix length, 0 to 48, and 48 when none was
+ *            given; otherwise it is untouched. May be null.
+ *
+ * Returns 0; -1 when the text is no MAC address; -2 when its prefix is not allowed or above 48, or
+ * its group bit is refused. `address` then holds the groups read so far, the rest zero, and the
+ * prefix outputs may be written.
+ */
+ORVEX_PARSE_API int parse_mac_addr(const char *text, uint32_t flags, uint8_t *address, int *pfxseen,
+                                   uint8_t *pfxlen, char *errbuf, size_t errlen);
+
+/* Room for every text of format_mac_addr, terminator included. */
+#define FORMAT_MAC_BUFSIZE 22
+
+/*
+ * Writes "00:1b:2c:3d:4e:5f", and "/" with the prefix length when `pfxseen` is not 0. Returns the
+ * length of the whole text; when that is not below `buflen` the text is cut, and terminated unless
+ * `buflen` is 0.
+ */
+ORVEX_PARSE_API int format_mac_addr(char *buf, size_t buflen, const uint8_t *address, int pfxseen,
+                                    uint8_t pfxlen);
+
+/* ---- Delimited addresses --------------------------------------------------------------------- */
+
+/*
+ * Reads an address of `count` bytes as decimal groups with "." or ":" between them. Groups may be
+ * empty or missing, and are then 0; the text has at most 4 * `count` - 1 characters. Mind that the
+ * error buffer is not last.
+ *
+ * `bytes`  receives `count` bytes; on failure those read so far, the rest zero.
+ * Returns 0; -1 when the text is refused; -2, without a message, when `count` is 0.
+ */
+ORVEX_PARSE_API int parse_delim_dec_addr(const char *text, uint8_t *bytes, char *errbuf,
+                                         size_t errlen, uint32_t count);
+
+/*
+ * As parse_delim_dec_addr, for exactly `count` hexadecimal groups of one or two digits, as in a MAC
+ * address.
+ */
+ORVEX_PARSE_API int parse_delim_hex_addr(const char *text, uint8_t *bytes, char *errbuf,
+                                         size_t errlen, uint32_t count);
+
+/*
+ * Writes `count` bytes with `delimiter` between them: two hexadecimal digits each when `style` is
+ * 'x', decimal otherwise. 3 * `count` + 1 or 4 * `count` + 1 bytes hold every text. Returns one
+ * more than the length of the whole text; a smaller buffer holds it cut and terminated. When
+ * `count` is 0, returns 0 and writes nothing.
+ */
+ORVEX_PARSE_API int format_delim_addr(char *buf, size_t buflen, const uint8_t *bytes,
+                                      char delimiter, uint32_t count, char style);
+
+/* ---- ISO addresses --------------------------------------------------------------------------- */
+
+/*
+ * Tells whether a text looks like an ISO address or prefix: hexadecimal digits, at least 16, with
+ * at least four "." and at most one "/". Returns 1 or 0.
+ */
+ORVEX_PARSE_API int parse_is_iso_addr(const char *text);
+
+/* Flag of parse_iso_addr: a complete address; without it, a prefix. */
+#define PARSE_ISO_NSAP 0x1U
+
+/*
+ * Reads an ISO NSAP address (ISO/IEC 8348) in the layout of a network entity title (ISO/IEC 10589),
+ * "49.0001.1921.6800.1001.00", or under no flag a prefix of one, "49.0001/24". Digits are
+ * hexadecimal, "." may stand between bytes, and the text has at most 60 characters. An address has
+ * 8 to 20 bytes; the area address and the system identifier in it must not be all zero. A prefix
+ * has a length of 0 to 152 bits, and no bit set behind them; its last digit may be odd.
+ *
+ * `bytes`    receives the bytes, and zeros up to its size; or null, when the text is only checked.
+ * `count`    in and out: the size of `bytes`, and the number of bytes that the text gave. Required
+ *            with `bytes`.
+ * `pfxseen`  receives 1 for a prefix, else 0; may be null.
+ * `pfxlen`   receives the length of a prefix; untouched for an address. May be null.
+ *
+ * Returns 0; -1 when the text is refused for its form or a bit behind the prefix, also without a
+ * message when `count` is missing; -2 when a value is not allowed. On failure the outputs may hold
+ * part of the result.
+ */
+ORVEX_PARSE_API int parse_iso_addr(const char *text, uint32_t flags, uint8_t *bytes, uint8_t *count,
+                                   int *pfxseen, uint16_t *pfxlen, char *errbuf, size_t errlen);
+
+/*
+ * Writes `count` bytes as "49.0001.1921", "." behind each byte of odd place but the last, or "0"
+ * when there are none; with `pfxseen` not 0, "/" and `pfxlen` behind them, or only "0/0" when it is
+ * 0. Returns what its last piece (the last byte, the "0" or the prefix length with its "/") used
+ * up: its length, or the room that was left when it was cut, 0 when there was none. The buffer
+ * always ends up terminated, unless `buflen` is 0.
+ */
+ORVEX_PARSE_API int format_iso_addr(const uint8_t *bytes, uint8_t count, int pfxseen,
+                                    uint16_t pfxlen, char *buf, size_t buflen);
+
+/* Tells whether a text is three groups of one to four hexadecimal digits with "." between them. */
+ORVEX_PARSE_API int parse_is_iso_sysid(const char *text);
+
+/*
+ * Reads an ISO system identifier (ISO/IEC 10589), "1921.6800.1001": three hexadecimal groups of 16
+ * bits. A group may have white space, a sign or "0x" in front; the text has at most 14 characters.
+ *
+ * `sysid`  receives 6 bytes, or null, when the text is only checked; on failure it may hold part.
+ * `size`   the size of `sysid`; 1 to 5 are refused, any other value stands for 6 or more.
+ * Returns 0; -1 when the text or the size is refused; -2 when the identifier is all zero.
+ */
+ORVEX_PARSE_API int parse_iso_sysid(const char *text, uint8_t *sysid, int size, char *errbuf,
+                                    size_t errlen);
+
+/*
+ * Writes 6 bytes as "1921.6800.1001". Returns what the last byte's digits used up: 2, or the room
+ * that was left when they were cut, 0 when there was none. The buffer ends up terminated, unless
+ * `buflen` is 0.
+ */
+ORVEX_PARSE_API int format_iso_sysid(const uint8_t *sysid, char *buf, size_t buflen);
+
+/* ---- VPN identifiers ------------------------------------------------------------------------- */
+
+/*
+ * Reads a route distinguisher (RFC 4364 section 4.2), administrator:number. The administrator is an
+ * AS number ("65000:1", type 0), an IPv4 address ("10.1.1.1:1", type 1), or an AS number of four
+ * bytes ("1.10:1", "4200000000L:1", type 2). The first 129 characters of the text count.
+ *
+ * `type`         receives 0, 1 or 2; on failure it may be written.
+ * `high`, `low`  receive the 8 bytes as two numbers, most significant byte first.
+ * All three are required. Returns 0, or 1 on failure.
+ */
+ORVEX_PARSE_API int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t *high,
+                                     uint32_t *low, char *errbuf, size_t errlen);
+
+/* Modes of parse_esi; any other value is PARSE_ESI_ANY. */
+#define PARSE_ESI_ANY 0          /* all values but all zeros and all ones, which are reserved */
+#define PARSE_ESI_USER_DEFINED 1 /* and the first octet must be 0 */
+#define PARSE_ESI_RESERVED_OK 2  /* every value */
+
+/*
+ * Reads an Ethernet Segment Identifier (RFC 7432 section 5): ten hexadecimal octets with ":"
+ * between them, of which "::" may stand for one run of zeros. Mind that the mode is last.
+ *
+ * `esi`  receives 10 bytes; untouched on failure.
+ * Returns 0, or -1 on failure.
+ */
+ORVEX_PARSE_API int parse_esi(const char *text, uint8_t *esi, char *errbuf, size_t errlen,
+                              int mode);
+
+/*
+ * Writes "00:11:22:33:44:55:66:77:88:99" and returns 29. A smaller buffer holds the text cut and
+ * terminated; then its size is returned.
+ */
+ORVEX_PARSE_API int format_esi(char *buf, size_t buflen, const uint8_t *esi);
+
+/* An ATM VPN address. */
+struct atmvpn_address {
+    uint32_t reserved; /* never touched */
+    uint32_t rd_high;  /* the route distinguisher, as parse_inetvpn_rd gives it */
+    uint32_t rd_low;
+    uint8_t type;        /* 1 to 255 */
+    uint8_t address[23]; /* what the text does not give is zero */
+};
+
+/* Tells whether "::" stands two or three times in a text, not counting its start. */
+ORVEX_PARSE_API int parse_is_atmvpn(const char *text);
+
+/*
+ * Reads an ATM VPN address, rd::type::address or rd::type::address/length, as in
+ * "65000:1::5::10.1.2.3/32". The address is bytes (decimal, octal or hexadecimal as in C) and IPv4
+ * addresses with ":" between them; one empty component stands for the zeros that fill it up. The
+ * first 129 characters of the text count.
+ *
+ * `record`  receives the address; may be null. On failure it may be written in part.
+ * `pfxlen`  receives the prefix length over the whole key: 72 (route distinguisher and type) more
+ *           than the length in the text, 0 to 183, and 255 without one. Untouched on failure; may
+ *           be null.
+ * Returns 0, or 1 on failure; without a message when a "/" cut the address off.
+ */
+ORVEX_PARSE_API int parse_atmvpn(const char *text, struct atmvpn_address *record, uint32_t *pfxlen,
+                                 char *errbuf, size_t errlen);
+
+/* ---- Durations ------------------------------------------------------------------------------- */
+
+/*
+ * Reads a duration: tokens with white space between them, whose seconds add up. A token is a number
+ * of seconds ("90"), numbers with units ("1d2h30m"), or a time ("1:30" is minutes and seconds,
+ * "1:00:00" hours too). Units, in any case: s, m, h, d, w, ftn (14 days), cftn (120960 s), mftn
+ * (1209.6 s) and uftn (1.2096 s); a pair's fraction of a second is dropped.
+ *
+ * `seconds`  receives the total, which must lie from `min` to `max`; untouched on failure.
+ * Returns 1, or 0 on failure.
+ */
+ORVEX_PARSE_API int decode_dhms(const char *text, uint64_t min, uint64_t max, uint64_t *seconds,
+                                char *errbuf, size_t errlen);
 
 /* ---- Version --------------------------------------------------------------------------------- */
 

@@ -1,7 +1,10 @@
 #ifndef ORVEX_SUPPORT_BYTES_H
 #define ORVEX_SUPPORT_BYTES_H
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace orvex {
 
@@ -16,6 +19,15 @@ constexpr void store_be32(uint8_t *bytes, uint32_t value)
     bytes[1] = static_cast<uint8_t>(value >> 16);
     bytes[2] = static_cast<uint8_t>(value >> 8);
     bytes[3] = static_cast<uint8_t>(value);
+}
+
+// Moves the bytes from `gap` to `count` to the end of an array, and leaves zeros where they stood.
+template <size_t size>
+void fill_gap(std::array<uint8_t, size> &bytes, size_t gap, size_t count)
+{
+    const size_t tail = count - gap;
+    std::memmove(bytes.data() + size - tail, bytes.data() + gap, tail);
+    std::memset(bytes.data() + gap, 0, size - count);
 }
 
 }  // namespace orvex

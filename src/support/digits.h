@@ -76,6 +76,15 @@ inline char *put_hex_byte(char *at, uint8_t value)
     return at + 2;
 }
 
+// Writes a 16-bit value in hexadecimal without leading zeros, four digits at the most; answers the
+// position behind them.
+inline char *put_hex_group(char *at, unsigned value)
+{
+    int shift = value > 0xfff ? 12 : value > 0xff ? 8 : value > 0xf ? 4 : 0;
+    for (; shift >= 0; shift -= 4) *at++ = hex_byte_texts[value >> shift & 0xf][1];
+    return at;
+}
+
 // Room that put_decimal needs for any value.
 constexpr size_t decimal_room = 10;
 

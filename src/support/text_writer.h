@@ -18,17 +18,18 @@ class TextWriter {
         if (room_ > 0) *at_ = '\0';
     }
 
-    void put(const char *text, size_t length)
+    // Returns what the piece used up: its length, or the room when it was cut.
+    size_t put(const char *text, size_t length)
     {
-        if (room_ == 0) return;
-        const bool fits = length < room_;
-        const size_t taken = fits ? length : room_ - 1;
-        std::memcpy(at_, text, taken);
-        at_[taken] = '\0';
-        advance(fits ? length : room_);
+        if (length >= room_) [[unlikely]]
+            return put_cut(text);
+        std::memcpy(at_, text, length);
+        at_[length] = '\0';
+        advance(length);
+        return length;
     }
 
-    void put(char character) { put(&character, 1); }
+    size_t put(char character) { return put(&character, 1); }
 
     // Takes over `length` characters, fewer than the room, that were written at position().
     void advance(size_t length)
@@ -43,20 +44,31 @@ class TextWriter {
     [[nodiscard]] size_t length() const { return size_ - room_; }
 
    private:
+    size_t put_cut(const char *text)
+    {
+        const size_t room = room_;
+        if (room == 0) return 0;
+        std::memcpy(at_, text, room - 1);
+        at_[room - 1] = '\0';
+        advance(room);
+        return room;
+    }
+
     char *at_;
     size_t room_;
     size_t size_;
 };
 
 // Has `write` put a whole text, terminator included and at most `longest` bytes, into `buf`, or
-// cuts it to a smaller buffer. Returns the whole text's length: it fits when that is below
-// `buflen`.
+// cuts it to a smaller buffer; one of size 0 is not written. Returns the whole text's length: it
+// fits when that is below `buflen`.
 template <size_t longest, typename Write>
 size_t write_whole_text(char *buf, size_t buflen, const Write &write)
 {
     if (buflen >= longest) return write(buf);
     std::array<char, longest> spare;
     const size_t length = write(spare.data());
+    if (buflen == 0) return length;
     const size_t taken = std::min(length, buflen - 1);
     std::memcpy(buf, spare.data(), taken);
     buf[taken] = '\0';

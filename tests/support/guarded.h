@@ -76,6 +76,60 @@ void check_every_size(const std::string &expected, const Format &format, Leaves 
     }
 }
 
+// As above for formatters that report no failure: every size holds the text cut short, and `format` returns what
+// `result` says of the size. errno is left alone.
+template <typename Format, typename Result>
+void check_cut_sizes(const std::string &expected, const Format &format, const Result &result)
+{
+    for (size_t size = 0; size <= expected.size() + 2; ++size) {
+        SCOPED_TRACE("\"" + expected + "\" in " + std::to_string(size) + " bytes");
+        Guarded buffer(size);
+        errno = 77;
+        EXPECT_EQ(format(buffer.data(), size), static_cast<int>(result(size)));
+        EXPECT_EQ(errno, 77);
+        EXPECT_TRUE(buffer.untouched());
+        if (size > 0) EXPECT_EQ(buffer.text(), expected.substr(0, size - 1));
+    }
+}
+
+// What a call of a parser leaves: the message of a failure, "" without one, in a guarded buffer.
+template <typename Parse>
+std::string message_of(const Parse &parse, int &result)
+{
+    Guarded error(512);
+    errno = 77;
+    result = parse(error.data(), error.size());
+    EXPECT_EQ(errno, 77);
+    EXPECT_TRUE(error.untouched());
+    return error.untouched(true) ? "" : error.text();
+}
+
+inline std::string hexadecimal(const uint8_t *bytes, size_t count)
+{
+    const char *const digits = "0123456789abcdef";
+    std::string text;
+    for (size_t i = 0; i < count; ++i) {
+        text += digits[bytes[i] >> 4];
+        text += digits[bytes[i] & 15];
+    }
+    return text;
+}
+
+// A text in memory of its exact size, so that reads behind its end are seen.
+class Exact {
+   public:
+    explicit Exact(const std::string &text) : bytes_(text.c_str(), text.c_str() + text.size() + 1) {}
+    operator const char *() const { return bytes_.data(); }
+
+   private:
+    std::vector<char> bytes_;
+};
+
+struct Row {
+    const char *text;
+    const char *expected;
+};
+
 }  // namespace orvex_test
 
 #endif

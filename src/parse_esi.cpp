@@ -1,0 +1,124 @@
+#include <orvex/parse.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "support/bytes.h"
+#include "support/digits.h"
+#include "support/error_text.h"
+#include "support/target_numbers.h"
+#include "support/text_writer.h"
+
+namespace orvex {
+namespace {
+
+constexpr size_t esi_size = 10;
+using Esi = std::array<uint8_t, esi_size>;
+
+// Octets as they are read, and where a "::" stands among them.
+struct Octets {
+    Esi bytes{};
+    size_t count = 0;
+    size_t gap = esi_size + 1;  // not seen
+
+    [[nodiscard]] bool has_gap() const { return gap <= esi_size; }
+    [[nodiscard]] bool full() const { return count == esi_size; }
+};
+
+constexpr const char *unexpected_colon = "Unexpected ':' character";
+
+// The readers answer a message, or null.
+using Refusal = const char *;
+
+// A group without digits.
+Refusal mark_gap(Octets &octets)
+{
+    if (octets.has_gap())
+        return "Only one '::' sequence can appear in the ESI and it may not follow a ':' character";
+    octets.gap = octets.count;
+    return nullptr;
+}
+
+// Reads the digits of a group and the ":" behind them; `at` moves to the next group or to the end.
+Refusal read_group(const char *&at, Octets &octets)
+{
+    unsigned value = 0;
+    for (unsigned digit = 0; (digit = digit_value(*at)) < 16; ++at) {
+        value = value * 16 + digit;
+        if (value > 0xff)
+            return "Values delimited by ':' characters must be in the range 0 to 0xff";
+    }
+    if (*at != ':' && *at != '\0') return "Invalid non-hexidecimal character found in ESI";
+    if (octets.full()) return "ESI is too long; length must be exactly 10 octets";
+    if (*at == ':' && *++at == '\0') return unexpected_colon;
+    octets.bytes[octets.count++] = static_cast<uint8_t>(value);
+    return nullptr;
+}
+
+Refusal read_octets(const char *at, Octets &octets)
+{
+    if (at[0] == ':') {
+        if (at[1] != ':') return unexpected_colon;
+        ++at;
+    }
+    Refusal refusal = nullptr;
+    while (*at != '\0' && refusal == nullptr) {
+        if (digit_value(*at) < 16) {
+            refusal = read_group(at, octets);
+        } else if (*at == ':') {
+            ++at;
+            refusal = mark_gap(octets);
+        } else {
+            refusal = "Invalid non-hexidecimal character found in ESI";
+        }
+    }
+    return refusal;
+}
+
+// Has zeros stand for a "::".
+Refusal expand(Octets &octets)
+{
+    if (!octets.has_gap())
+        return octets.full() ? nullptr : "ESI is too short; length must be exactly 10 octets";
+    if (octets.full()) return "Unexpected '::' sequence";
+    fill_gap(octets.bytes, octets.gap, octets.count);
+    return nullptr;
+}
+
+Refusal check_mode(const Esi &esi, int mode)
+{
+    const bool is_uniform =
+        std::all_of(esi.begin(), esi.end(), [&esi](uint8_t byte) { return byte == esi.front(); });
+    if (is_uniform && (esi.front() == 0 || esi.front() == 0xff))
+        return mode == PARSE_ESI_RESERVED_OK ? nullptr : "ESI value is reserved";
+    return mode == PARSE_ESI_USER_DEFINED && esi.front() != 0
+               ? "The first octet of a user-defined ESI must be 0"
+               : nullptr;
+}
+
+}  // namespace
+}  // namespace orvex
+
+int parse_esi(const char *text, uint8_t *esi, char *errbuf, size_t errlen, int mode)
+{
+    using namespace orvex;
+    Octets octets;
+    Refusal refusal = read_octets(text, octets);
+    if (refusal == nullptr) refusal = expand(octets);
+    if (refusal == nullptr) refusal = check_mode(octets.bytes, mode);
+    if (refusal != nullptr) return refuse({errbuf, errlen}, keep_errno, -1, "%s", refusal);
+    std::copy(octets.bytes.begin(), octets.bytes.end(), esi);
+    return 0;
+}
+
+int format_esi(char *buf, size_t buflen, const uint8_t *esi)
+{
+    orvex::TextWriter writer(buf, buflen);
+    for (size_t i = 0; i < orvex::esi_size; ++i) {
+        std::array<char, 3> piece = {'0', '0', ':'};
+        orvex::put_hex_byte(piece.data(), esi[i]);
+        writer.put(piece.data(), i + 1 < orvex::esi_size ? 3 : 2);
+    }
+    return static_cast<int>(writer.length());
+}

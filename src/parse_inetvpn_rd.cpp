@@ -1,0 +1,115 @@
+#include "parse_inetvpn_rd.h"
+
+#include <arpa/inet.h>
+#include <orvex/parse.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <string_view>
+
+#include "support/name_characters.h"
+#include "support/target_numbers.h"
+
+namespace orvex {
+namespace {
+
+constexpr int refused = 1;
+
+// The types of RFC 4364 section 4.2.
+constexpr uint32_t type_as = 0;
+constexpr uint32_t type_ipv4 = 1;
+constexpr uint32_t type_wide_as = 2;
+
+struct Administrator {
+    uint32_t type;
+    uint32_t as;  // 0 for an IPv4 address
+};
+
+// Reads decimal digits, which saturate, up to the first other character.
+const char *read_decimal(const char *at, const char *end, uint32_t &value)
+{
+    uint64_t number = 0;
+    for (; at != end && is_digit(*at); ++at)
+        number = std::min(number * 10 + digit_of<10>(*at), uint64_t{UINT32_MAX});
+    value = static_cast<uint32_t>(number);
+    return at;
+}
+
+// "65000", "1.10", or one of them and "L"; anything else is an IPv4 address.
+Administrator read_administrator(const char *at, const char *end)
+{
+    constexpr Administrator ipv4{type_ipv4, 0};
+    const char *const start = at;
+    Administrator administrator{type_as, 0};
+    at = read_decimal(at, end, administrator.as);
+    if (at == end) return administrator;
+    if (*at == '.') {
+        const char *const digits = at + 1;
+        uint32_t low = 0;
+        at = read_decimal(digits, end, low);
+        if (at == digits) return ipv4;
+        administrator = {type_wide_as, administrator.as << 16 | low};
+        if (at == end) return administrator;
+    }
+    const bool is_wide = *at == 'L' && at + 1 == end && at != start;
+    return is_wide ? Administrator{type_wide_as, administrator.as} : ipv4;
+}
+
+bool is_ipv4_address(std::string_view text, in_addr &address)
+{
+    std::array<char, work_text_length + 1> copy;
+    std::memcpy(copy.data(), text.data(), text.size());
+    copy[text.size()] = '\0';
+    return inet_aton(copy.data(), &address) != 0;
+}
+
+}  // namespace
+
+int check_value_range(const char *noun, uint32_t value, uint32_t min, uint32_t max, ErrorText error)
+{
+    if (value >= min && value <= max) return 0;
+    return refuse(error, keep_errno, 1, "Invalid %s value at '%u' not in range %u to %u", noun,
+                  value, min, max);
+}
+
+}  // namespace orvex
+
+int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t *high, uint32_t *low, char *errbuf,
+                     size_t errlen)
+{
+    using namespace orvex;
+    constexpr uint32_t most_plain = 0xffff;
+    const ErrorText error{errbuf, errlen};
+    const size_t length = strnlen(text, work_text_length);
+    const char *const end = text + length;
+    const auto *const colon = static_cast<const char *>(std::memchr(text, ':', length));
+    if (colon == nullptr)
+        return refuse(error, keep_errno, refused, "Invalid RD format: '%s'", text);
+
+    const auto [rd_type, as] = read_administrator(text, colon);
+    *type = rd_type;
+    if (rd_type != type_ipv4) {
+        const uint32_t most_as = rd_type == type_as ? most_plain : no_maximum;
+        if (check_value_range("autonomous system", as, 1, most_as, error) != 0) return refused;
+    }
+    uint32_t number = 0;
+    if (read_decimal(colon + 1, end, number) != end)
+        return refuse(error, keep_errno, refused, "Invalid route-distinguisher: %s", text);
+    const uint32_t most_number = rd_type == type_as ? no_maximum : most_plain;
+    if (check_value_range("RD number", number, 0, most_number, error) != 0) return refused;
+
+    uint32_t wide = as;
+    if (rd_type == type_ipv4) {
+        in_addr address{};
+        if (!is_ipv4_address({text, static_cast<size_t>(colon - text)}, address)) {
+            return refuse(error, keep_errno, refused,
+                          "Invalid IP address in route-distingusher: %s", text);
+        }
+        wide = ntohl(address.s_addr);
+    }
+    const bool is_plain = rd_type == type_as;
+    *high = rd_type << 16 | (is_plain ? as : wide >> 16);
+    *low = is_plain ? number : wide << 16 | number;
+    return 0;
+}
