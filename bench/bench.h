@@ -90,6 +90,13 @@ inline std::string ipv4_text(Random &random)
 
 // Registers the rows of one family each.
 void add_parse_integer_rows();
+void add_parse_mac_addr_rows();
+void add_parse_delim_addr_rows();
+void add_parse_iso_addr_rows();
+void add_parse_inetvpn_rd_rows();
+void add_parse_esi_rows();
+void add_parse_dhms_rows();
+void add_format_rfc5952_rows();
 void add_parse_interface_rows();
 void add_is_interface_alias_rows();
 void add_parse_ipaddr_rows();

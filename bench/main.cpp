@@ -62,6 +62,13 @@ int main(int argc, char **argv)
     bench::add_format_ipaddr_rows();
     bench::add_parse_interface_rows();
     bench::add_is_interface_alias_rows();
+    bench::add_parse_mac_addr_rows();
+    bench::add_parse_delim_addr_rows();
+    bench::add_parse_iso_addr_rows();
+    bench::add_parse_inetvpn_rd_rows();
+    bench::add_parse_esi_rows();
+    bench::add_parse_dhms_rows();
+    bench::add_format_rfc5952_rows();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     bench::MedianReporter reporter;

@@ -24,13 +24,24 @@ size_t put_element(char *at, uint8_t byte, char delimiter, bool hexadecimal)
     return static_cast<size_t>(end - at) + 1;
 }
 
-// Appends a piece at `length` of the text so far, as far as it and its terminator fit.
-void append_piece(char *buf, size_t buflen, size_t length, const char *piece, size_t size)
+// Appends a byte and its delimiter at `length` of the text so far, as far as they and a terminator
+// fit; returns the length of both.
+size_t append_element(char *buf, size_t buflen, size_t length, uint8_t byte, char delimiter,
+                      bool hexadecimal)
 {
-    if (length >= buflen) return;
-    const size_t taken = std::min(size, buflen - length - 1);
-    std::memcpy(buf + length, piece, taken);
-    buf[length + taken] = '\0';
+    Element element;
+    if (length + element.size() < buflen) {
+        const size_t size = put_element(buf + length, byte, delimiter, hexadecimal);
+        buf[length + size] = '\0';
+        return size;
+    }
+    const size_t size = put_element(element.data(), byte, delimiter, hexadecimal);
+    if (length < buflen) {
+        const size_t taken = std::min(size, buflen - length - 1);
+        std::memcpy(buf + length, element.data(), taken);
+        buf[length + taken] = '\0';
+    }
+    return size;
 }
 
 }  // namespace
@@ -40,7 +51,8 @@ int parse_delim_dec_addr(const char *text, uint8_t *bytes, char *errbuf, size_t 
                          uint32_t count)
 {
     using namespace orvex;
-    constexpr uint32_t out_of_range = 256;
+    // More digits do not bring a value back into range.
+    constexpr uint32_t most_kept = 1000;
     const ErrorText error{errbuf, errlen};
     if (count == 0) return no_bytes;
     std::memset(bytes, 0, count);
@@ -51,12 +63,12 @@ int parse_delim_dec_addr(const char *text, uint8_t *bytes, char *errbuf, size_t 
         const char character = text[i];
         const unsigned digit = digit_of<10>(character);
         if (digit <= 9) {
-            value = std::min(value * 10 + digit, out_of_range);
+            if (value < most_kept) value = value * 10 + digit;
             continue;
         }
         if (!is_group_separator(character) && character != '\0')
             return refuse(error, keep_errno, not_this_form, "Invalid character '%c'", character);
-        if (value >= out_of_range)
+        if (value > UINT8_MAX)
             return refuse(error, keep_errno, not_this_form, "Address out-of-range");
         if (character != '\0' && groups + 1 == count)
             return refuse(error, keep_errno, not_this_form, "Unexpected character '%c'", character);
@@ -97,10 +109,7 @@ int format_delim_addr(char *buf, size_t buflen, const uint8_t *bytes, char delim
     for (uint32_t i = 0; i < count; ++i) {
         // The last byte has a NUL in place of the delimiter, which counts.
         const char follows = i + 1 < count ? delimiter : '\0';
-        orvex::Element element;
-        const size_t size = orvex::put_element(element.data(), bytes[i], follows, style == 'x');
-        orvex::append_piece(buf, buflen, length, element.data(), size);
-        length += size;
+        length += orvex::append_element(buf, buflen, length, bytes[i], follows, style == 'x');
     }
     return static_cast<int>(length);
 }

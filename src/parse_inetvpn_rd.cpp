@@ -29,10 +29,11 @@ struct Administrator {
 // Reads decimal digits, which saturate, up to the first other character.
 const char *read_decimal(const char *at, const char *end, uint32_t &value)
 {
+    // A number that left 32 bits needs no more digits.
     uint64_t number = 0;
     for (; at != end && is_digit(*at); ++at)
-        number = std::min(number * 10 + digit_of<10>(*at), uint64_t{UINT32_MAX});
-    value = static_cast<uint32_t>(number);
+        if (number <= UINT32_MAX) number = number * 10 + digit_of<10>(*at);
+    value = static_cast<uint32_t>(std::min(number, uint64_t{UINT32_MAX}));
     return at;
 }
 

@@ -45,23 +45,28 @@ int read_bytes(Reading &reading, const char *&at)
 {
     size_t stored = 0;
     while (stored < reading.capacity) {
-        if (*at == '.') {
-            if (*++at == '.')
+        const unsigned high = digit_value(*at);
+        if (high < 16) {
+            const unsigned low = digit_value(*++at);
+            if (low >= 16) {
+                if (*at == '.') {
+                    return refuse(reading.error, keep_errno, not_this_form,
+                                  "'.' character not on byte boundary");
+                }
+                reading.bytes[stored++] = static_cast<uint8_t>(high << 4);
+                ++reading.nibbles;
+                break;
+            }
+            reading.bytes[stored++] = static_cast<uint8_t>(high << 4 | low);
+            reading.nibbles += 2;
+            ++at;
+        } else {
+            if (*at != '.') break;
+            if (*++at == '.') {
                 return refuse(reading.error, keep_errno, not_this_form,
                               "consecutive '.' not allowed");
-            continue;
+            }
         }
-        if (!is_hex_digit(*at)) break;
-        const unsigned high = digit_value(*at++) << 4;
-        const unsigned low = digit_value(*at);
-        reading.bytes[stored++] = static_cast<uint8_t>(low < 16 ? high | low : high);
-        reading.nibbles += low < 16 ? 2 : 1;
-        if (*at == '.') {
-            return refuse(reading.error, keep_errno, not_this_form,
-                          "'.' character not on byte boundary");
-        }
-        if (low >= 16) break;
-        ++at;
     }
     if (*at != '\0' && *at != '/') return refuse_character(reading);
     std::fill(reading.bytes + stored, reading.bytes + reading.capacity, uint8_t{0});

@@ -3,6 +3,7 @@
 set -uo pipefail
 program=$1
 cd "$(dirname "$0")/.." || exit
+unset ORVEX_PROFILE
 failures=0
 fail() {
   echo "FAILED: $*"
