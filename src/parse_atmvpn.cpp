@@ -42,12 +42,30 @@ struct Address {
     }
 };
 
+// The next character of a kind, or the text's end. Byte by byte: the texts are short, and the one
+// in the work area was only just written.
+template <typename Text>
+Text find(Text at, char wanted)
+{
+    while (*at != wanted && *at != '\0') ++at;
+    return at;
+}
+
+// The next "::", or null.
+template <typename Text>
+Text find_colons(Text at)
+{
+    for (at = find(at, ':'); *at != '\0'; at = find(at + 1, ':'))
+        if (at[1] == ':') return at;
+    return nullptr;
+}
+
 // Cuts the text at its first "/" and reads the number behind it; false when that is none.
 bool cut_prefix(char *text, uint32_t &bits)
 {
     bits = most_bits;
-    char *const slash = std::strchr(text, '/');
-    if (slash == nullptr) return true;
+    char *const slash = find(text, '/');
+    if (*slash == '\0') return true;
     *slash = '\0';
     const auto number = convert<uint32_t>(slash + 1, Base::decimal);
     bits = number.value;
@@ -57,7 +75,7 @@ bool cut_prefix(char *text, uint32_t &bits)
 // Cuts the text at its first "::"; answers what stands behind it, or null.
 char *cut_at_colons(char *text)
 {
-    char *const colons = std::strstr(text, "::");
+    char *const colons = find_colons(text);
     if (colons == nullptr) return nullptr;
     *colons = '\0';
     return colons + 2;
@@ -75,7 +93,7 @@ int read_type(const char *text, uint8_t &type, ErrorText error)
 // "10.1.2.3" or "0x1f"
 bool read_component(const char *text, Address &address)
 {
-    if (std::strchr(text, '.') != nullptr) {
+    if (*find(text, '.') == '.') {
         in_addr ipv4{};
         if (inet_aton(text, &ipv4) == 0) return false;
         std::array<uint8_t, sizeof ipv4> bytes;
@@ -93,7 +111,7 @@ bool read_component(const char *text, Address &address)
 int read_components(char *at, Address &address, ErrorText error)
 {
     for (bool is_last = false; !is_last;) {
-        char *const end = at + std::strcspn(at, ":");
+        char *const end = find(at, ':');
         is_last = *end == '\0';
         *end = '\0';
         if (end != at) {
@@ -158,7 +176,7 @@ int parse_is_atmvpn(const char *text)
     // A "::" at the very start does not count.
     int count = 0;
     if (*text == '\0') return 0;
-    for (++text; (text = std::strstr(text, "::")) != nullptr; text += 2) ++count;
+    for (++text; (text = orvex::find_colons(text)) != nullptr; text += 2) ++count;
     return count == 2 || count == 3 ? 1 : 0;
 }
 

@@ -1,7 +1,6 @@
 #include <orvex/parse.h>
 
 #include <array>
-#include <cstring>
 #include <string_view>
 
 #include "support/error_text.h"
@@ -45,9 +44,8 @@ constexpr bool hides_a_later_name()
 }
 static_assert(!hides_a_later_name());
 
-int refuse_syntax(ErrorText error) { return refuse(error, keep_errno, refused, "Syntax error"); }
-
-int refuse_overflow(ErrorText error) { return refuse(error, keep_errno, refused, "Overflow"); }
+// What can be wrong with a token.
+enum class Fault { none, syntax, overflow };
 
 constexpr char lower(char character)
 {
@@ -57,8 +55,10 @@ constexpr char lower(char character)
 
 const Unit *find_unit(const char *at)
 {
+    const char first = lower(*at);
     for (const Unit &unit : dhms_units) {
-        size_t length = 0;
+        if (unit.name.front() != first) continue;
+        size_t length = 1;
         while (length < unit.name.size() && lower(at[length]) == unit.name[length]) ++length;
         if (length == unit.name.size()) return &unit;
     }
@@ -89,78 +89,94 @@ bool multiply(uint64_t number, const Unit &unit, uint64_t &seconds)
 // Reads decimal digits; false when they leave 64 bits.
 bool read_number(const char *&at, uint64_t &number)
 {
-    bool fits = true;
+    constexpr uint64_t safe = (UINT64_MAX - 9) / 10;
     number = 0;
     for (; is_digit(*at); ++at) {
-        fits &= !__builtin_mul_overflow(number, uint64_t{10}, &number);
-        fits &= !__builtin_add_overflow(number, uint64_t{digit_of<10>(*at)}, &number);
+        const unsigned digit = digit_of<10>(*at);
+        if (number > safe && (number > UINT64_MAX / 10 || number * 10 > UINT64_MAX - digit))
+            return false;
+        number = number * 10 + digit;
     }
-    return fits;
+    return true;
 }
 
+bool is_token_end(char character) { return character == '\0' || is_space(character); }
+
+// The readers of a token move the cursor behind it.
+
 // "1:30" or "1:02:03"; an empty field is 0.
-int decode_hhmmss(const char *at, const char *end, uint64_t &total, ErrorText error)
+Fault decode_hhmmss(const char *&at, uint64_t &total)
 {
     constexpr uint32_t most_hours = 23;
     constexpr uint32_t most_sixtieths = 59;
     std::array<uint32_t, 3> fields{};
     size_t colons = 0;
-    for (; at != end; ++at) {
+    uint32_t value = 0;
+    for (; !is_token_end(*at); ++at) {
         if (*at == ':') {
-            if (++colons == fields.size()) return refuse_syntax(error);
+            fields[colons++] = value;
+            value = 0;
+            if (colons == fields.size()) return Fault::syntax;
             continue;
         }
-        if (!is_digit(*at)) return refuse_syntax(error);
+        if (!is_digit(*at)) return Fault::syntax;
         // The fields wrap as 32-bit numbers do.
-        const uint32_t value = fields[colons] * 10 + digit_of<10>(*at);
-        if (value < fields[colons]) return refuse_overflow(error);
-        fields[colons] = value;
+        const uint32_t longer = value * 10 + digit_of<10>(*at);
+        if (longer < value) return Fault::overflow;
+        value = longer;
     }
+    fields[colons] = value;
     if (colons == 1) fields = {0, fields[0], fields[1]};
     const auto [hours, minutes, seconds] = fields;
     if (hours > most_hours || minutes > most_sixtieths || seconds > most_sixtieths)
-        return refuse_overflow(error);
-    if (!dhms_add(hours * 3600 + minutes * 60 + seconds, total)) return refuse_overflow(error);
-    return accepted;
+        return Fault::overflow;
+    return dhms_add(hours * 3600 + minutes * 60 + seconds, total) ? Fault::none : Fault::overflow;
 }
 
 // "90", or pairs of a number and a unit: "1d2h30m".
-int decode_pairs(const char *at, const char *end, uint64_t &total, ErrorText error)
+Fault decode_pairs(const char *&at, uint64_t &total)
 {
-    for (bool is_first = true; at != end; is_first = false) {
-        if (!is_digit(*at)) return refuse_syntax(error);
+    for (bool is_first = true; is_first || !is_token_end(*at); is_first = false) {
+        if (!is_digit(*at)) return Fault::syntax;
         uint64_t value = 0;
-        if (!read_number(at, value)) return refuse_overflow(error);
-        if (at == end) {
-            if (!is_first) return refuse_syntax(error);
+        if (!read_number(at, value)) return Fault::overflow;
+        if (is_token_end(*at)) {
+            if (!is_first) return Fault::syntax;
         } else {
             const Unit *const unit = find_unit(at);
-            if (unit == nullptr) return refuse_syntax(error);
-            if (!multiply(value, *unit, value)) return refuse_overflow(error);
+            if (unit == nullptr) return Fault::syntax;
+            if (!multiply(value, *unit, value)) return Fault::overflow;
             at += unit->name.size();
         }
-        if (!dhms_add(value, total)) return refuse_overflow(error);
+        if (!dhms_add(value, total)) return Fault::overflow;
     }
-    return accepted;
+    return Fault::none;
 }
 
-int decode_dhms_token(const char *token, const char *end, uint64_t &total, ErrorText error)
+bool holds_colon(const char *at)
 {
-    const bool is_clock = std::memchr(token, ':', static_cast<size_t>(end - token)) != nullptr;
-    return is_clock ? decode_hhmmss(token, end, total, error)
-                    : decode_pairs(token, end, total, error);
+    while (!is_token_end(*at) && *at != ':') ++at;
+    return *at == ':';
+}
+
+// A token with a ":" anywhere is a time; no pairs have one, so that they are tried first.
+Fault decode_dhms_token(const char *&at, uint64_t &total)
+{
+    const char *behind = at;
+    while (is_digit(*behind)) ++behind;
+    if (*behind == ':') return decode_hhmmss(at, total);
+    uint64_t sum = total;
+    behind = at;
+    const Fault fault = decode_pairs(behind, sum);
+    if (fault != Fault::none) return holds_colon(at) ? decode_hhmmss(at, total) : fault;
+    at = behind;
+    total = sum;
+    return Fault::none;
 }
 
 const char *skip_space(const char *at)
 {
     while (is_space(*at)) ++at;
-    return at;
-}
-
-// The first white space, or the text's end.
-const char *dhms_find_space(const char *at)
-{
-    while (*at != '\0' && !is_space(*at)) ++at;
     return at;
 }
 
@@ -176,9 +192,10 @@ int decode_dhms(const char *text, uint64_t min, uint64_t max, uint64_t *seconds,
     const char *at = skip_space(text);
     if (*at == '\0') return refuse(error, keep_errno, refused, "Empty string");
     while (*at != '\0') {
-        const char *const end = dhms_find_space(at);
-        if (decode_dhms_token(at, end, total, error) != accepted) return refused;
-        at = skip_space(end);
+        const Fault fault = decode_dhms_token(at, total);
+        if (fault == Fault::syntax) return refuse(error, keep_errno, refused, "Syntax error");
+        if (fault == Fault::overflow) return refuse(error, keep_errno, refused, "Overflow");
+        at = skip_space(at);
     }
     if (total < min) {
         return refuse(error, keep_errno, refused, "Number must be greater than or equal to %ju",

@@ -56,6 +56,19 @@ Refusal read_group(const char *&at, Octets &octets)
     return nullptr;
 }
 
+// Two digits, a ":" and more behind it, as nearly every octet stands. read_group reads it to the
+// same.
+bool read_plain_octet(const char *&at, Octets &octets)
+{
+    const unsigned high = digit_value(at[0]);
+    if (high >= 16) return false;
+    const unsigned low = digit_value(at[1]);
+    if (low >= 16 || at[2] != ':' || at[3] == '\0' || octets.full()) return false;
+    octets.bytes[octets.count++] = static_cast<uint8_t>(high << 4 | low);
+    at += 3;
+    return true;
+}
+
 Refusal read_octets(const char *at, Octets &octets)
 {
     if (at[0] == ':') {
@@ -64,6 +77,7 @@ Refusal read_octets(const char *at, Octets &octets)
     }
     Refusal refusal = nullptr;
     while (*at != '\0' && refusal == nullptr) {
+        if (read_plain_octet(at, octets)) continue;
         if (digit_value(*at) < 16) {
             refusal = read_group(at, octets);
         } else if (*at == ':') {

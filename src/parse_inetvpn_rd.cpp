@@ -26,12 +26,12 @@ struct Administrator {
     uint32_t as;  // 0 for an IPv4 address
 };
 
-// Reads decimal digits, which saturate, up to the first other character.
-const char *read_decimal(const char *at, const char *end, uint32_t &value)
+// Reads decimal digits, `most` at the most, up to the first other character; they saturate.
+const char *read_decimal(const char *at, size_t most, uint32_t &value)
 {
     // A number that left 32 bits needs no more digits.
     uint64_t number = 0;
-    for (; at != end && is_digit(*at); ++at)
+    for (; most > 0 && is_digit(*at); ++at, --most)
         if (number <= UINT32_MAX) number = number * 10 + digit_of<10>(*at);
     value = static_cast<uint32_t>(std::min(number, uint64_t{UINT32_MAX}));
     return at;
@@ -43,12 +43,12 @@ Administrator read_administrator(const char *at, const char *end)
     constexpr Administrator ipv4{type_ipv4, 0};
     const char *const start = at;
     Administrator administrator{type_as, 0};
-    at = read_decimal(at, end, administrator.as);
+    at = read_decimal(at, static_cast<size_t>(end - at), administrator.as);
     if (at == end) return administrator;
     if (*at == '.') {
         const char *const digits = at + 1;
         uint32_t low = 0;
-        at = read_decimal(digits, end, low);
+        at = read_decimal(digits, static_cast<size_t>(end - digits), low);
         if (at == digits) return ipv4;
         administrator = {type_wide_as, administrator.as << 16 | low};
         if (at == end) return administrator;
@@ -82,12 +82,12 @@ int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t *high, uint32_t 
     using namespace orvex;
     constexpr uint32_t most_plain = 0xffff;
     const ErrorText error{errbuf, errlen};
-    const size_t length = strnlen(text, work_text_length);
-    const char *const end = text + length;
-    const auto *const colon = static_cast<const char *>(std::memchr(text, ':', length));
-    if (colon == nullptr)
+    size_t length = 0;
+    while (length < work_text_length && text[length] != ':' && text[length] != '\0') ++length;
+    if (length == work_text_length || text[length] == '\0')
         return refuse(error, keep_errno, refused, "Invalid RD format: '%s'", text);
 
+    const char *const colon = text + length;
     const auto [rd_type, as] = read_administrator(text, colon);
     *type = rd_type;
     if (rd_type != type_ipv4) {
@@ -95,7 +95,9 @@ int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t *high, uint32_t 
         if (check_value_range("autonomous system", as, 1, most_as, error) != 0) return refused;
     }
     uint32_t number = 0;
-    if (read_decimal(colon + 1, end, number) != end)
+    const size_t room = work_text_length - length - 1;
+    const char *const end = read_decimal(colon + 1, room, number);
+    if (end != colon + 1 + room && *end != '\0')
         return refuse(error, keep_errno, refused, "Invalid route-distinguisher: %s", text);
     const uint32_t most_number = rd_type == type_as ? no_maximum : most_plain;
     if (check_value_range("RD number", number, 0, most_number, error) != 0) return refused;
@@ -103,7 +105,7 @@ int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t *high, uint32_t 
     uint32_t wide = as;
     if (rd_type == type_ipv4) {
         in_addr address{};
-        if (!is_ipv4_address({text, static_cast<size_t>(colon - text)}, address)) {
+        if (!is_ipv4_address({text, length}, address)) {
             return refuse(error, keep_errno, refused,
                           "Invalid IP address in route-distingusher: %s", text);
         }

@@ -27,13 +27,15 @@ int refuse_text(ErrorText error)
 Conversion<uint32_t> read_group(const char *at)
 {
     uint32_t value = 0;
-    const char *end = at;
-    for (unsigned digit = 0; (digit = digit_value(*end)) < 16 && end - at <= 4; ++end)
-        value = value * 16 + digit;
-    const auto length = static_cast<size_t>(end - at);
-    if (length == 0 || length > most_digits || *end == 'x' || *end == 'X')
-        return convert_general<uint32_t>(at, Base::hexadecimal);
-    return {value, end, false};
+    size_t length = 0;
+    for (unsigned digit = 0; length < most_digits; ++length) {
+        digit = digit_value(at[length]);
+        if (digit >= 16) break;
+        value = value << 4 | digit;
+    }
+    const char next = at[length];
+    if (length > 0 && (next == '.' || next == '\0')) return {value, at + length, false};
+    return convert_general<uint32_t>(at, Base::hexadecimal);
 }
 
 int read_groups(const char *at, uint8_t *sysid, ErrorText error)
