@@ -14,6 +14,8 @@ using Job = std::function<int()>;
 
 void add_number_commands(CLI::App &app, Job &job);
 void add_ip_command(CLI::App &app, Job &job);
+void add_identifier_commands(CLI::App &app, Job &job);
+void add_text_commands(CLI::App &app, Job &job);
 
 // `profile` is the path of the platform profile, or empty.
 void add_interface_command(CLI::App &app, const std::string &profile, Job &job);

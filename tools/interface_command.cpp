@@ -1,10 +1,8 @@
 #include <orvex/parse.h>
 
-#include <algorithm>
-#include <cerrno>
-
 #include "commands.h"
 #include "interface_flags.h"
+#include "parse_text.h"
 #include "profile.h"
 
 namespace {
@@ -70,15 +68,11 @@ std::vector<Field> fields_of(const std::string &input, const parsed_interface &r
 
 Outcome read_interface(const std::string &text, const InterfaceOptions &options)
 {
-    // No message quotes the text more than three times.
-    static std::string message;
-    message.resize(std::max(message.size(), 3 * text.size() + 512));
     parsed_interface record;
-    errno = 0;
-    const int result = parse_interface(text.c_str(), options.flags, options.mask, &record,
-                                       message.data(), message.size());
-    if (result != 0) return {{}, message.substr(0, message.find('\0')), result, errno};
-    return {fields_of(text, record), {}, 0, 0};
+    const auto parse = [&](char *error, size_t size) {
+        return parse_interface(text.c_str(), options.flags, options.mask, &record, error, size);
+    };
+    return parse_text(text, 0, parse, [&] { return fields_of(text, record); });
 }
 
 void take_flag_away(const std::string &name, uint32_t &mask)

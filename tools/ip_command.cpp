@@ -1,10 +1,9 @@
 #include <orvex/parse.h>
 
-#include <algorithm>
 #include <array>
-#include <cerrno>
 
 #include "commands.h"
+#include "parse_text.h"
 
 namespace {
 
@@ -44,17 +43,6 @@ struct IpValue {
     int maskseen = 0;
     uint32_t pfxlen = 0;
 };
-
-std::string hexadecimal(const uint8_t *bytes, size_t size)
-{
-    static constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    for (size_t i = 0; i < size; ++i) {
-        text += digits[bytes[i] >> 4];
-        text += digits[bytes[i] & 15];
-    }
-    return text;
-}
 
 std::string bare_text(const IpValue &value, const uint8_t *bytes)
 {
@@ -143,21 +131,19 @@ bool is_ipv6_based(uint32_t af)
 
 Outcome read_ip(const std::string &text, const IpOptions &options)
 {
-    // No message quotes the text more than twice.
-    static std::string message;
-    message.resize(std::max(message.size(), 3 * text.size() + 512));
     IpValue value;
     value.af = options.family;
-    errno = 0;
-    const int result =
-        parse_ipaddr(&value.af, text.c_str(), options.flags, value.address.data(),
-                     value.address.size(), &value.pfxseen, &value.pfxlen, &value.maskseen,
-                     value.mask.data(), value.mask.size(), message.data(), message.size());
-    if (result != 0) return {{}, message.substr(0, message.find('\0')), result, errno};
-    const bool ipv6 = is_ipv6_based(value.af);
-    value.base = ipv6 ? PARSE_AF_INET6 : PARSE_AF_INET;
-    value.size = ipv6 ? 16 : 4;
-    return {fields_of(text, value), {}, 0, 0};
+    const auto parse = [&](char *error, size_t size) {
+        return parse_ipaddr(&value.af, text.c_str(), options.flags, value.address.data(),
+                            value.address.size(), &value.pfxseen, &value.pfxlen, &value.maskseen,
+                            value.mask.data(), value.mask.size(), error, size);
+    };
+    return parse_text(text, 0, parse, [&] {
+        const bool ipv6 = is_ipv6_based(value.af);
+        value.base = ipv6 ? PARSE_AF_INET6 : PARSE_AF_INET;
+        value.size = ipv6 ? 16 : 4;
+        return fields_of(text, value);
+    });
 }
 
 // "inet", "inet6" or a code

@@ -19,7 +19,17 @@ const char *const examples = R"(Examples:
   orvex-parse ip --prefix --host-zero 10.1.0.0/16
   orvex-parse interface --wildcard 'eth-1/*/0.100'
   orvex-parse --profile profiles/virtual-fpcs.toml interface eth-1050/0/0
-  orvex-parse alias find --map map.txt uplink-to-core
+  orvex-parse alias is uplink-to-core
+  orvex-parse mac --prefix 0:1b:2c:3d:4e:5f/40
+  orvex-parse rd 65000:100 10.1.1.1:7
+  orvex-parse esi --mode user-defined 00:11::99
+  orvex-parse iso --nsap 49.0001.1921.6800.1001.00
+  orvex-parse sysid 1921.6800.1001
+  orvex-parse atmvpn 65000:1::5::10.1.2.3/32
+  orvex-parse delimited --count 4 --hex 0a:1:2:3
+  orvex-parse duration --max 86400 1h30m
+  orvex-parse canonical 2001:DB8:0:0:0:0:0:1
+  orvex-parse prefix6 2001:db8:1::/48
 
 Exit status: 0 when every text was accepted, 1 when one was refused, 2 for wrong usage.)";
 
@@ -50,6 +60,8 @@ int run(int argc, char **argv)
     add_ip_command(app, job);
     add_interface_command(app, profile, job);
     add_alias_command(app, profile, job);
+    add_identifier_commands(app, job);
+    add_text_commands(app, job);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

@@ -1,0 +1,48 @@
+// Calls the library's parsers with room for whatever they say of a text.
+#ifndef ORVEX_TOOLS_PARSE_TEXT_H
+#define ORVEX_TOOLS_PARSE_TEXT_H
+
+#include <algorithm>
+#include <cerrno>
+#include <string>
+
+#include "stream.h"
+
+// Calls `parse(errbuf, errlen)`; unless it returns `accepted`, answers its refusal, and otherwise
+// the fields that `fields()` makes of what was read.
+template <typename Parse, typename Fields>
+Outcome parse_text(const std::string &text, int accepted, const Parse &parse, const Fields &fields)
+{
+    // No message quotes the text more than three times, or a part of it of more than 1023 bytes.
+    static std::string message;
+    message.resize(std::max(message.size(), 3 * text.size() + 2048));
+    message.front() = '\0';
+    errno = 0;
+    const int result = parse(message.data(), message.size());
+    if (result == accepted) return {fields(), {}, 0, 0, false};
+    Outcome outcome{{}, message.substr(0, message.find('\0')), result, errno, false};
+    if (outcome.message.empty()) outcome.message = "'" + text + "' is not valid";
+    return outcome;
+}
+
+inline std::string hexadecimal(const uint8_t *bytes, size_t size)
+{
+    static constexpr char digits[] = "0123456789abcdef";
+    std::string text;
+    for (size_t i = 0; i < size; ++i) {
+        text += digits[bytes[i] >> 4];
+        text += digits[bytes[i] & 15];
+    }
+    return text;
+}
+
+// A field that reads the same in JSON and for people.
+inline Field text_field(const char *key, const std::string &text) { return {key, text, text}; }
+
+template <typename Number>
+Field number_field(const char *key, Number value)
+{
+    return {key, value, std::to_string(value)};
+}
+
+#endif
