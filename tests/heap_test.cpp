@@ -3,6 +3,7 @@
 #include <orvex/parse.h>
 
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 volatile bool counting = false;
@@ -61,6 +62,34 @@ TEST(Heap, NoCallAllocates)
         parse_interface(text, 0, 0, &interface, buf, sizeof buf);
         is_interface_alias(text);
         ifalias_to_ifl(text, buf, sizeof buf, 0, nullptr);
+    }
+    for (const char *const text :
+         {"65000:1::5::10.1.2.3/32", "0:1:2:3:4:5/8", "49.0001.1921.6800.1001.00", "1d2h", "2001:DB8::1.2.3.4", "x"}) {
+        uint8_t bytes[24] = {};
+        uint8_t count = sizeof bytes;
+        uint32_t words[4];
+        uint64_t seconds = 0;
+        char buf[200];
+        parse_mac_addr(text, 1, bytes, nullptr, nullptr, buf, sizeof buf);
+        parse_delim_dec_addr(text, bytes, buf, sizeof buf, 6);
+        parse_delim_hex_addr(text, bytes, buf, sizeof buf, 6);
+        parse_iso_addr(text, parse_is_iso_addr(text) ? PARSE_ISO_NSAP : 0, bytes, &count, nullptr, nullptr, buf,
+                       sizeof buf);
+        parse_iso_sysid(text, bytes, parse_is_iso_sysid(text), buf, sizeof buf);
+        parse_inetvpn_rd(text, &words[0], &words[1], &words[2], buf, sizeof buf);
+        parse_atmvpn(text, nullptr, words, buf, sizeof buf);
+        parse_esi(text, bytes, buf, sizeof buf, PARSE_ESI_ANY);
+        decode_dhms(text, 0, UINT64_MAX, &seconds, buf, sizeof buf);
+        for (const size_t size : {size_t{9}, sizeof buf}) {
+            format_mac_addr(buf, size, bytes, 1, 48);
+            format_delim_addr(buf, size, bytes, ':', 8, 'x');
+            format_iso_addr(bytes, 10, 1, 80, buf, size);
+            format_iso_sysid(bytes, buf, size);
+            format_esi(buf, size, bytes);
+            format_in6_prefix(bytes, 128, buf, size, 1);
+        }
+        strcpy(buf, text);
+        format_rfc5952(buf);
     }
     counting = false;
     EXPECT_EQ(allocations, 0);

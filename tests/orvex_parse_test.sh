@@ -46,6 +46,15 @@ ip|--no-martian|127.0.0.1|0|1
 ip|--unicast|224.0.0.1|0|1
 ip|--family inet6|10.0.0.1|0|1
 ip|--family 73|::1|0|1
+mac|--prefix|0:1:2:3:4:5/8|1|0
+mac|--unicast|1:1:2:3:4:5|0|1
+mac|--multicast|0:1:2:3:4:5|0|1
+esi|--mode reserved-ok|::|1|0
+esi|--mode user-defined|1::|0|1
+iso|--nsap|49.0001.1921.6800.1001.00|1|0
+delimited --count 4|--hex|0a0b0c0d|1|0
+duration|--min 60|59|0|1
+duration|--max 60|61|0|1
 interface|--mgmt|eth-1/2/3|0|1
 interface|--channels|vcp-0/0/0:0|1|1
 interface|--without channels|eth-0/0/0:1|0|1
@@ -93,6 +102,10 @@ expect 'every argument is a text as it stands' 1 '-4' "'[5]' is not an integer
 'integer' is not an integer
 '-x' is not an integer
 '--json' is not an integer" integer '[5]' '' integer -- -x --json -4
+expect 'no canonical text' 1 '' "'49' is not an IPv6 address
+'1::/0' is not an IPv6 address" canonical 49 1::/0
+expect 'delimiters' 0 $'address:       10-1-2-3\nbytes:         0a010203' '' delimited --count 4 --delimiter - 10:1:2:3
+expect 'an address of a prefix' 0 2001:db8:: '' prefix6 --address 2001:db8::/32
 expect 'numbers' 1 $'31\n-12' "'4x' is not an integer
 '2147483648' is out of range" integer 0x1f -12 4x 2147483648
 expect 'a bounded number' 1 '{"input":"9","value":9}

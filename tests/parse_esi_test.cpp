@@ -43,7 +43,7 @@ TEST(ParseEsi, FormsAndRefusals)
                                                           {":00:11", colon},
                                                           {"1:2:", colon},
                                                           {"1:2:3:4:5:6:7:8:9:a:", colon},
-             {"1:2:3:4:5:6:7:8:9:a:b:", longer},
+                                                          {"1:2:3:4:5:6:7:8:9:a:b:", longer},
                                                           {"1:2:3:4:5:6:7:8:9:a:b", longer},
                                                           {"1:2:3:4:5:6:7:8:9::a", "Unexpected '::' sequence"},
                                                           {"::1:2:3:4:5:6:7:8:9:a", "Unexpected '::' sequence"},
