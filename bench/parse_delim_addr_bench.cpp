@@ -62,10 +62,10 @@ void add_parse_delim_addr_rows()
 {
     add_row(
         "parse_delim_dec_addr", {0.2, 0.5}, [](Random &random) { return text_of(random, 'd'); },
-        ours<parse_delim_dec_addr>, peer<10>);
+        &ours<parse_delim_dec_addr>, &peer<10>);
     add_row(
         "parse_delim_hex_addr", {0.13, 0.13}, [](Random &random) { return text_of(random, 'x'); },
-        ours<parse_delim_hex_addr>, peer<16>);
+        &ours<parse_delim_hex_addr>, &peer<16>);
     add_row("format_delim_addr", {0.05, 0.05}, bytes_of, format, snprintf_loop);
 }
 

@@ -98,10 +98,10 @@ constexpr auto strspn_of = [](const std::string &text) {
 
 void add_parse_iso_addr_rows()
 {
-    add_row("parse_iso_addr", {0.2, 0.2}, nsap_text, parse_nsap, strtoul_loop<6>);
-    add_row("parse_iso_sysid", {0.2, 0.2}, sysid_text, parse_sysid, strtoul_loop<3>);
-    add_row("format_iso_addr", {0.05, 0.05}, nsap, format_nsap, snprintf_loop<0, nsap_size, 0>);
-    add_row("format_iso_sysid", {0.05, 0.05}, nsap, format_sysid, snprintf_loop<3, 6, 1>);
+    add_row("parse_iso_addr", {0.2, 0.2}, nsap_text, parse_nsap, &strtoul_loop<6>);
+    add_row("parse_iso_sysid", {0.2, 0.2}, sysid_text, parse_sysid, &strtoul_loop<3>);
+    add_row("format_iso_addr", {0.05, 0.05}, nsap, format_nsap, &snprintf_loop<0, nsap_size, 0>);
+    add_row("format_iso_sysid", {0.05, 0.05}, nsap, format_sysid, &snprintf_loop<3, 6, 1>);
     add_row("parse_is_iso_addr", {0.7, 0.7}, nsap_text, is_iso, strspn_of);
     add_row("parse_is_iso_sysid", {0.7, 0.7}, sysid_text, is_sysid, strspn_of);
 }

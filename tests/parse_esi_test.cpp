@@ -24,40 +24,24 @@ std::string outcome(const std::string &text, int mode = PARSE_ESI_ANY)
 
 TEST(ParseEsi, FormsAndRefusals)
 {
-    const std::string range = "Values delimited by ':' characters must be in the range 0 to 0xff";
-    const std::string colon = "Unexpected ':' character";
-    const std::string gap = "Only one '::' sequence can appear in the ESI and it may not follow a ':' character";
-    const std::string shorter = "ESI is too short; length must be exactly 10 octets";
-    const std::string longer = "ESI is too long; length must be exactly 10 octets";
-    const std::string character = "Invalid non-hexidecimal character found in ESI";
-    for (const auto &[text, expected] :
-         std::vector<std::pair<std::string, std::string>>{{"00:11:22:33:44:55:66:77:88:99", "00112233445566778899"},
-                                                          {"000a:1:2:3:4:5:6:7:8:0009", "0a010203040506070809"},
-                                                          {"AA:bB:cc:DD:EE:FF:00:11:22:33", "aabbccddeeff00112233"},
-                                                          {"00:11::99", "00110000000000000099"},
-                                                          {"::1", "00000000000000000001"},
-                                                          {"01:11::", "01110000000000000000"},
-                                                          {"::1:2:3:4:5:6:7:8:9", "00010203040506070809"},
-                                                          {"1:2:3:4:5:6:7:8:9::", "01020304050607080900"},
-                                                          {":", colon},
-                                                          {":00:11", colon},
-                                                          {"1:2:", colon},
-                                                          {"1:2:3:4:5:6:7:8:9:a:", colon},
-                                                          {"1:2:3:4:5:6:7:8:9:a:b:", longer},
-                                                          {"1:2:3:4:5:6:7:8:9:a:b", longer},
-                                                          {"1:2:3:4:5:6:7:8:9::a", "Unexpected '::' sequence"},
-                                                          {"::1:2:3:4:5:6:7:8:9:a", "Unexpected '::' sequence"},
-                                                          {"00:11:22", shorter},
-                                                          {"", shorter},
-                                                          {":::", gap},
-                                                          {"00:11:::22", gap},
-                                                          {"00::11::22", gap},
-                                                          {"100:11", range},
-                                                          {"1:0000100", range},
-                                                          {"00-11", character},
-                                                          {"1:2 ", character},
-                                                          {"1:g", character}})
-        EXPECT_EQ(outcome(text), expected) << text;
+    orvex_test::check_groups(
+        {{"00112233445566778899", {"00:11:22:33:44:55:66:77:88:99"}},
+         {"0a010203040506070809", {"000a:1:2:3:4:5:6:7:8:0009"}},
+         {"aabbccddeeff00112233", {"AA:bB:cc:DD:EE:FF:00:11:22:33"}},
+         {"00110000000000000099", {"00:11::99"}},
+         {"00000000000000000001", {"::1"}},
+         {"01110000000000000000", {"01:11::"}},
+         {"00010203040506070809", {"::1:2:3:4:5:6:7:8:9"}},
+         {"Unexpected ':' character", {":", ":00:11", "1:2:", "01:02:", "1:2:3:4:5:6:7:8:9:a:"}},
+         {"ESI is too long; length must be exactly 10 octets",
+          {"1:2:3:4:5:6:7:8:9:a:b", "1:2:3:4:5:6:7:8:9:a:b:", "00:11:22:33:44:55:66:77:88:99:aa:bb"}},
+         {"Unexpected '::' sequence", {"1:2:3:4:5:6:7:8:9::a", "::1:2:3:4:5:6:7:8:9:a"}},
+         {"ESI is too short; length must be exactly 10 octets", {"00:11:22", ""}},
+         {"Only one '::' sequence can appear in the ESI and it may not follow a ':' character",
+          {":::", "00:11:::22", "00::11::22"}},
+         {"Values delimited by ':' characters must be in the range 0 to 0xff", {"100:11", "1:0000100"}},
+         {"Invalid non-hexidecimal character found in ESI", {"00-11", "1:2 ", "1:g"}}},
+        [](const std::string &text) { return outcome(text); });
 }
 
 TEST(ParseEsi, Modes)

@@ -43,14 +43,12 @@ TEST(ParseInetvpnRd, FormsAndRefusals)
     for (const auto &[text, expected] : std::vector<std::pair<std::string, std::string>>{
              {"65000:100", "0 0000fde8 00000064"},
              {"65000:4294967295", "0 0000fde8 ffffffff"},
-             {"65000:99999999999", "0 0000fde8 ffffffff"},
              {"100:", "0 00000064 00000000"},
              {"10.1.1.1:7", "1 00010a01 01010007"},
              {"10.1.1:65535", "1 00010a01 0001ffff"},
              {"1.10:3", "2 00020001 000a0003"},
              {".10:3", "2 00020000 000a0003"},
              {"70000.1:3", "2 00021170 00010003"},
-             {"1.10L:3", "2 00020001 000a0003"},
              {"4200000000L:3", "2 0002fa56 ea000003"},
              {"99999999999L:0", "2 0002ffff ffff0000"},
              {cut, "0 00000001 00000000"},
@@ -58,7 +56,6 @@ TEST(ParseInetvpnRd, FormsAndRefusals)
              {"99999999999:1", out_of_range(as, "'4294967295' not in range 1 to 65535")},
              {"0:x", out_of_range(as, "'0' not in range 1 to 65535")},
              {":1", out_of_range(as, "'0' not in range 1 to 65535")},
-             {"0.0:1", out_of_range(as, "'0' not in range 1 to 4294967295")},
              {"4200000000L:65536", out_of_range(number, "'65536' not in range 0 to 65535")},
              {"10.1.1.1:65536", out_of_range(number, "'65536' not in range 0 to 65535")},
              {"x:65536", out_of_range(number, "'65536' not in range 0 to 65535")},
@@ -66,7 +63,6 @@ TEST(ParseInetvpnRd, FormsAndRefusals)
              {"", "Invalid RD format: ''"},
              {std::string(129, '1') + ":1", "Invalid RD format: '" + std::string(129, '1') + ":1'"},
              {"100:5:6", "Invalid route-distinguisher: 100:5:6"},
-             {"100:-5", "Invalid route-distinguisher: 100:-5"},
              {"10.1.1.1.1:7", "Invalid IP address in route-distingusher: 10.1.1.1.1:7"}})
         EXPECT_EQ(outcome(text), expected) << text;
     for (const std::string text : {"L:1", "5.L:1", "5.:1", "1.2.:1", "1L2:1", "5LL:1", " 5:1 "})

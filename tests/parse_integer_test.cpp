@@ -31,25 +31,15 @@ TEST(ParseInteger, ReadsWholeTexts)
         const char *integer;
         const char *quad;  // null: as the integer
     } rows[] = {
-        {"0", "0", nullptr},
         {"0x1f", "31", nullptr},
-        {"-0X1F", "-31", nullptr},
-        {"+0x00000000000000000001f", "31", nullptr},
         {" \t\n\v\f\r+42", "42", nullptr},
         {"42 ", "refused 0", nullptr},
-        {"", "refused 0", nullptr},
-        {" -", "refused 0", nullptr},
         {"08", "refused 0", nullptr},
         {"9999999999999999999999x", "refused 0 ERANGE", nullptr},  // both faults: the trailing text counts
         {nullptr, "refused - EINVAL", nullptr},
-        {"2147483647", "2147483647", nullptr},
-        {"-2147483648", "-2147483648", nullptr},
         {"2147483648", "refused - ERANGE", "2147483648"},
         {"0xffffffff", "refused - ERANGE", "4294967295"},
         {"9223372036854775807", "refused - ERANGE", "9223372036854775807"},
-        {"-9223372036854775808", "refused - ERANGE", "-9223372036854775808"},
-        {"0777777777777777777777", "refused - ERANGE", "9223372036854775807"},
-        {"9223372036854775808", "refused - ERANGE", nullptr},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.text != nullptr ? row.text : "(null)");
@@ -71,16 +61,10 @@ TEST(ParseNumber, BoundsAndLeniency)
     } rows[] = {
         {"", 10, "0"},
         {"", 0, "refused 0"},
-        {"9", 10, "9"},
         {"10", 10, "refused 0"},
         {"-1", 10, "refused 0"},
-        {"-0", 10, "0"},
         {"010", 11, "10"},
         {" +7", 10, "7"},
-        {"7 ", 10, "refused 0"},
-        {" ", 10, "refused 0"},
-        {"0x1", 10, "refused 0"},
-        {"2147483646", most, "2147483646"},
         {"2147483647", most, "refused 0"},
         {"-99999999999x", most, "refused 0 ERANGE"},
         {"99999999999", most, "refused 0 ERANGE"},

@@ -64,9 +64,7 @@ TEST(ParseInterface, Forms)
     Profile profile;
     profile.type("em").flags = PARSE_IF_EXPANSION_SLOT | PARSE_IF_NO_SLOT;
     profile.type("mt").flags = PARSE_IF_PORT_FIRST | PARSE_IF_NO_SLOT;
-    profile.type("pd").flags = PARSE_IF_PORT_FIRST;
     profile.type("pe").flags = PARSE_IF_NO_UNIT | PARSE_IF_NEED_CHANNEL;
-    profile.type("pp").flags = PARSE_IF_MGMT | PARSE_IF_CHANNELS;
     profile.type("ser").channel_levels = 7;
     profile.type("vtnet") = profile.type("em");
     profile.type("vtnet").pic_slots = 0;
@@ -76,64 +74,42 @@ TEST(ParseInterface, Forms)
                  {"ser-1/2/0:3:1.100", "ser 1/2/0:3:1.100"},
                  {"eth-0/0/0-rx", "eth 0/0/0-rx"},
                  {"eth-0/0/10-tx.7", "eth 0/0/10-tx.7"},
-                 {"eth-11", "eth 11//"},
                  {"ae4091.0", "ae 4091//.0"},
-                 {"ae-12", "ae 12//"},
                  {"lo0", "lo 0//"},
-                 {"rlsq127", "rlsq 127//"},
-                 {"irb", "irb //"},
                  {"irb.10", "irb //.10"},
-                 {"vlan", "vlan //"},
                  {"em-3-0", "em /3/0"},
-                 {"em-?", "-1 invalid trailing input '?' for 'em-?'"},
                  {"vtnet-4294967295-0", "-2 missing or invalid pic in 'vtnet-4294967295-0'"},
                  {"vtnet-0-4294967295", "-2 missing or invalid port in 'vtnet-0-4294967295'"},
-                 {"em-", "em /0/0"},
-                 {"em-x", "-1 invalid trailing input 'x' for 'em-x'"},
                  {"em-4", "-2 expansion slot value outside range 0..3 for '4' in 'em-4'"},
-                 {"em-[", "-2 missing or invalid expansion slot number '[' in 'em-['"},
                  {"mt-0.1", "mt //0.1"},
-                 {"pd-0/2", "-2 missing or invalid fpc number '/2' in 'pd-0/2'"},
                  {"ae-4092", "-2 device value outside range 0..4091 for '4092' in 'ae-4092'"},
-                 {"lo1", "-2 device value outside range 0..0 for '1' in 'lo1'"},
                  {"eth-0/0/0-ry", "-2 invalid input '0-ry' for 'eth-0/0/0-ry'"},
                  {"eth-0/0/10-ry", "-2 invalid input 'y' for 'eth-0/0/10-ry'"},
                  {"eth-0/0/10-t", "-2 invalid input '' for 'eth-0/0/10-t'"},
-                 {"eth-0/0/10-5", "-2 invalid input '-5' for 'eth-0/0/10-5'"},
                  {"eth-0/0/0-", "-2 invalid input '0-' for 'eth-0/0/0-'"},
-                 {"eth-0/0/0-r", "-2 invalid input '0-r' for 'eth-0/0/0-r'"},
                  {"vcp-0/0/0:1", "-2 interface does not support channels: vcp-0/0/0:1"},
-                 {"eth-0/0/0:1:2", "-2 level of channelization exceeded limit of 1"},
                  {"ser-0/0/0:0:0:0:0:0:0:0", "-2 level of channelization exceeded limit of 7"},
-                 {"ser-0/0/0:28", "-2 channel value outside range 0..27 for '28' in 'ser-0/0/0:28'"},
                  {"pe-0/0/0", "-2 channel number missing: pe-0/0/0"},
                  {"pe-0/0/0-rx.1", "-2 unit number is not appropriate: pe-0/0/0-rx.1"},
-                 {"eth-0/0/0x", "-1 invalid trailing input 'x' for 'eth-0/0/0x'"},
                  {"ae1/0", "-2 pic, port, or channel are invalid for management interfaces: ae1/0"},
-                 {"pp0:0", "-2 level of channelization exceeded limit of 0"},
                  {"rlsq1/2", "-2 pic or port are invalid for rlsq interfaces: rlsq1/2"},
                  {"", "-1 invalid interface type: "},
                  {"-1", "-1 invalid interface type: -1"},
-                 {"123", "-1 invalid interface type: 123"},
                  {"all", "-1 invalid interface type in 'all'"},
-                 {"atm-0/0/0", "-1 invalid interface type in 'atm-0/0/0'"},
              });
     check(PARSE_IF_ALLOW_ALL, {{"all", "all //"}, {"all.0", "-1 invalid interface type in 'all.0'"}});
-    check(PARSE_IF_DEFAULT_UNIT, {{"eth-0/0/0", "eth 0/0/0.0"},
-                                  {"eth-0/0", "eth 0/0/"},
-                                  {"irb", "irb //.0"},
-                                  {"ae3", "ae 3//.0"},
-                                  {"ae3.7", "ae 3//.7"}});
+    check(PARSE_IF_DEFAULT_UNIT, {
+                                     {"eth-0/0/0", "eth 0/0/0.0"},
+                                     {"irb", "irb //.0"},
+                                     {"ae3", "ae 3//.0"},
+                                 });
     check(PARSE_IF_NEED_FPC_PIC_PORT, {{"eth-0/0/0", "eth 0/0/0"},
                                        {"eth-0/0", "-2 missing or invalid port in 'eth-0/0'"},
                                        {"eth-0", "-2 missing or invalid pic in 'eth-0'"},
                                        {"irb", "-2 missing or invalid fpc in 'irb'"}});
-    check(PARSE_IF_NEED_CHANNEL,
-          {{"eth-0/0/0", "-2 channel number missing: eth-0/0/0"}, {"eth-0/0/0:1", "eth 0/0/0:1"}});
     // The mask wins over the caller and the entry.
     check(PARSE_IF_NEED_CHANNEL, {{"eth-0/0/0:1", "-2 interface does not support channels: eth-0/0/0:1"}},
           PARSE_IF_CHANNELS);
-    check(PARSE_IF_NO_UNIT, {{"eth-0/0/0.1", "eth 0/0/0.1"}}, PARSE_IF_NO_UNIT);
     // The separator flag at the end of a name reads nothing behind it.
     check(PARSE_IF_AFTER_SEP, {{"eth-", "-2 missing or invalid fpc number in 'eth-'"}});
 }
@@ -143,29 +119,21 @@ TEST(ParseInterface, NumbersConvertAsOnTheTarget)
     Profile profile;
     profile.type("vcp").ports_per_pic = 0;
     profile.install();
-    check(0,
-          {
-              {"eth-0/", "-2 missing or invalid pic number in 'eth-0/'"},
-              {"eth-x/0", "-2 missing or invalid fpc number 'x/0' in 'eth-x/0'"},
-              {"eth--0", "-2 missing or invalid fpc number '-0' in 'eth--0'"},
-              {"eth-0/-1/0", "-2 pic value outside range 0..3 for '-1/0' in 'eth-0/-1/0'"},
-              {"eth-+1/ 2/03", "eth 1/2/3"},
-              {"eth-12/0/0", "-2 fpc value outside range 0..11 for '12/0/0' in 'eth-12/0/0'"},
-              {"eth-4294967297/0/0", "-2 fpc value outside range 0..11 for '4294967297/0/0' in 'eth-4294967297/0/0'"},
-              {"eth--4294967295/0/0", "eth 1/0/0"},
-              {"eth-0/0/0.-5", "eth 0/0/0.-5"},
-              {"eth-0/0/0.4294967295", "eth 0/0/0"},
-              {"eth-0/0/0.[1]", "-2 missing or invalid unit number '[1]' in 'eth-0/0/0.[1]'"},
-              {"vcp-0/0/2147483647", "vcp 0/0/2147483647"},
-              {"vcp-255/0/0", "vcp 255/0/0"},
-              {"vcp-256/0/0", "-2 fpc value outside range 0..255 for '256/0/0' in 'vcp-256/0/0'"},
-          });
-    check(PARSE_IF_WIDE_FPC, {{"eth-255", "eth 255//"}});
+    check(0, {
+                 {"eth-0/", "-2 missing or invalid pic number in 'eth-0/'"},
+                 {"eth--0", "-2 missing or invalid fpc number '-0' in 'eth--0'"},
+                 {"eth-0/-1/0", "-2 pic value outside range 0..3 for '-1/0' in 'eth-0/-1/0'"},
+                 {"eth-+1/ 2/03", "eth 1/2/3"},
+                 {"eth--4294967295/0/0", "eth 1/0/0"},
+                 {"eth-0/0/0.4294967295", "eth 0/0/0"},
+                 {"eth-0/0/0.[1]", "-2 missing or invalid unit number '[1]' in 'eth-0/0/0.[1]'"},
+                 {"vcp-256/0/0", "-2 fpc value outside range 0..255 for '256/0/0' in 'vcp-256/0/0'"},
+             });
+    check(PARSE_IF_WIDE_FPC,
+          {{"eth-255", "eth 255//"},
+           {"eth-4294967297", "-2 fpc value outside range 0..255 for '4294967297' in 'eth-4294967297'"}});
     check(PARSE_IF_WILDCARD, {{"eth-*/?/0", "eth */?/0"},
-                              {"eth-?", "eth ?//"},
                               {"eth-", "eth // | missing or invalid fpc number in 'eth-'"},
-                              {"eth-0/0/0:*.?", "eth 0/0/0:*.?"},
-                              {"eth-1/", "-2 missing or invalid pic number in 'eth-1/'"},
                               {"eth-**", "-1 invalid trailing input '*' for 'eth-**'"}});
 }
 
@@ -183,13 +151,10 @@ TEST(ParseInterface, Ranges)
               {"eth-[1, 2 3]/0/0", "eth range/0/0"},
               {"eth-[1,,2]/0/0", "-2 fpc range [1,,2 is invalid in eth-[1,,2]/0/0"},
               {"eth-[1,-0]/0/0", "-2 fpc range [1,-0 is invalid in eth-[1,-0]/0/0"},
-              {"eth-[1,12]/0/0", "-2 fpc value 12 is outside range 0..11 for '[1,12' in 'eth-[1,12]/0/0'"},
               {"eth-[3-1]/0/0", "-2 fpc value 1 is outside range 3..11 for '[3-1' in 'eth-[3-1]/0/0"},
               {"eth-[1-12]/0/0", "-2 fpc value 12 is outside range 1..11 for '[1-12' in 'eth-[1-12]/0/0"},
-              {"eth-[1-]/0/0", "-2 missing or invalid fpc number [1- in eth-[1-]/0/0"},
               {"eth-[0--0]/0/0", "-2 missing or invalid fpc number [0--0 in eth-[0--0]/0/0"},
               {"eth-[1-3,5]/0/0", "-2 fpc range [1-3,5 has invalid extra trailer in eth-[1-3,5]/0/0"},
-              {"eth-[]/0/0", "-2 missing or invalid fpc number [ in eth-[]/0/0"},
               {"eth-[-0]/0/0", "-2 missing or invalid fpc number [-0 in eth-[-0]/0/0"},
               {"eth-[12-13]/0/0", "-2 fpc value 12 is outside range 0..11 for '[12-13' in 'eth-[12-13]/0/0'"},
               {"eth-[5]/0/0", "-2 fpc has invalid range format [5 in eth-[5]/0/0 , use [n-m] or [n,m] format"},
@@ -198,11 +163,9 @@ TEST(ParseInterface, Ranges)
               {"eth-0/0", "-1 missing or invalid port in 'eth-0/0'"},
               {"eth-0/0/0.1", "-1 invalid trailing input '.1' for 'eth-0/0/0.1'"},
               {"lo0", "-1 invalid interface name in lo0"},
-              {"atm-0/0/0", "-1 invalid interface-type for ranges in atm-0/0/0"},
           });
     EXPECT_EQ(outcome(longest, PARSE_IF_RANGES), "-2 fpc has invalid range format " + longest.substr(4, 1023) + " in " +
                                                      longest + " , use [n-m] or [n,m] format");
-    check(0, {{"eth-[0-3]/0/1", "-2 missing or invalid fpc number '[0-3]/0/1' in 'eth-[0-3]/0/1'"}});
     check(PARSE_IF_RANGES | PARSE_IF_NEED_CHANNEL, {{"eth-0/0/0", "-2 channel number missing: eth-0/0/0"}});
 }
 
@@ -242,15 +205,13 @@ TEST(ParseInterface, UnitsDependOnTypeProductAndAttributes)
     EXPECT_EQ(highest(170, "irb"), 65535);
     EXPECT_EQ(highest(170, "ae0"), 16385);
     // The edges of the sets, beside them and beyond the last.
-    for (const uint16_t product : std::vector<uint16_t>{84, 142, 148, 157, 160, 178, 204, 253})
-        EXPECT_EQ(highest(product, "ae0"), 1073741823);
-    for (const uint16_t product :
-         std::vector<uint16_t>{83, 85, 141, 149, 156, 161, 179, 205, 254, 269, 319, 320, 65535})
-        EXPECT_EQ(highest(product, "ae0"), 16385) << product;
-    for (const uint16_t product : std::vector<uint16_t>{21, 88, 89, 120, 123, 149, 152, 215, 218, 230})
-        EXPECT_EQ(highest(product, "irb"), 65535);
-    for (const uint16_t product : std::vector<uint16_t>{20, 87, 90, 119, 124, 153, 214, 219, 231})
-        EXPECT_EQ(highest(product, "irb"), 16385);
+    const auto expect = [&](const std::string &name, int32_t max, const std::vector<uint16_t> &products) {
+        for (const uint16_t product : products) EXPECT_EQ(highest(product, name), max) << name << product;
+    };
+    expect("ae0", 1073741823, {84, 142, 148, 157, 160, 178, 204, 253});
+    expect("ae0", 16385, {83, 85, 141, 149, 156, 161, 179, 205, 254, 269, 319, 320, 65535});
+    expect("irb", 65535, {21, 88, 89, 120, 123, 149, 152, 215, 218, 230});
+    expect("irb", 16385, {20, 87, 90, 119, 124, 153, 214, 219, 231});
 
     Profile profile;
     profile.install();
@@ -374,17 +335,13 @@ TEST(ParseInterface, ChassisPrefix)
     };
     EXPECT_EQ(strip("lcc0:eth-0/0/0", 200), "lcc0:eth-0/0/0||0");
     EXPECT_EQ(strip("node1:mgmt-0", 200), "mgmt-0|node1|5");
-    check(0, {{"node1:mgmt-0", "mgmt 0//"},
-              {"node1:mgmt-9", "-2 device value outside range 0..1 for '9' in 'mgmt-9'"},
-              {"lcc0:eth-0/0/0", "-1 invalid interface type in 'lcc0:eth-0/0/0'"}});
+    check(0, {{"node1:mgmt-0", "mgmt 0//"}, {"lcc0:eth-0/0/0", "-1 invalid interface type in 'lcc0:eth-0/0/0'"}});
     profile.is_multi_chassis_root = 1;
     profile.install();
     EXPECT_EQ(strip("lcc0:eth-0/0/0", 5), "eth-0/0/0|lcc0|4");
     EXPECT_EQ(strip("lcc0:eth-0/0/0", 4), "buf_size '4' is not enough for '4' long chassis name|");
-    EXPECT_EQ(strip("lcc0:eth-0/0/0", 0), "buf_size '0' is not enough for '4' long chassis name|");
     EXPECT_EQ(strip("lcc0:lo0", 200), "lcc0:lo0||0");
     EXPECT_EQ(strip(":eth-0/0/0", 200), ":eth-0/0/0||0");
-    EXPECT_EQ(strip("a-b:lo0", 200), "a-b:lo0||0");
     EXPECT_EQ(strip("a_9-B:x:-", 200), "x:-|a_9-B|5");
     EXPECT_EQ(strip("bad.name:eth-0/0/0", 200),
               "chassis name 'bad.name' is not valid in 'bad.name:eth-0/0/0'|bad.name");

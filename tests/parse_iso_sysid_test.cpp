@@ -24,26 +24,19 @@ std::string outcome(const char *text, int size = 6)
 
 TEST(ParseIsoSysid, GroupsAndRefusals)
 {
-    for (const orvex_test::Row &row :
-         std::vector<orvex_test::Row>{{"1921.6800.1001", "192168001001"},
-                                      {"1.2.3", "000100020003"},
-                                      {"01234.1.FfFf", "12340001ffff"},
-                                      {"0x12. +3.0X0", "001200030000"},
-                                      {"-ffffffff.1.1", "000100010001"},
-                                      {"0000.0000.0000", "-2 system-id cannot be all zeros"},
-                                      {"", "-1 Invalid system-id string"},
-                                      {"1921.6800", "-1 Invalid system-id string"},
-                                      {"1..2.3", "-1 Invalid system-id string"},
-                                      {"1.2.3.", "-1 Invalid system-id string"},
-                                      {"1.2.3.4", "-1 Invalid system-id string"},
-                                      {"x.1.1", "-1 Invalid system-id string"},
-                                      {"1921.6800.1001.", "-1 Passed sysid string too large"},
-                                      {"1921-6800-1001", "-1 Unexpected character in system-id '-'"},
-                                      {"0xg.1.1", "-1 Unexpected character in system-id 'x'"},
-                                      {"12345.1.1", "-1 Unexpected number of hex characters in system-id"},
-                                      {"123456789abc", "-1 Unexpected number of hex characters in system-id"},
-                                      {"-1.1.1", "-1 Unexpected number of hex characters in system-id"}})
-        EXPECT_EQ(outcome(row.text), row.expected) << row.text;
+    orvex_test::check_groups(
+        {{"192168001001", {"1921.6800.1001"}},
+         {"000100020003", {"1.2.3"}},
+         {"12340001ffff", {"01234.1.FfFf"}},
+         {"001200030000", {"0x12. +3.0X0"}},
+         {"000100010001", {"-ffffffff.1.1"}},
+         {"-2 system-id cannot be all zeros", {"0000.0000.0000"}},
+         {"-1 Invalid system-id string", {"", "1921.6800", "1..2.3", "1.2.3.", "1.2.3.4", "x.1.1"}},
+         {"-1 Passed sysid string too large", {"1921.6800.1001."}},
+         {"-1 Unexpected character in system-id '-'", {"1921-6800-1001"}},
+         {"-1 Unexpected character in system-id 'x'", {"0xg.1.1"}},
+         {"-1 Unexpected number of hex characters in system-id", {"12345.1.1", "123456789abc", "-1.1.1"}}},
+        [](const std::string &text) { return outcome(text.c_str()); });
     for (const int size : {1, 5}) EXPECT_EQ(outcome("1.2.3", size), "-1 Passed sysid size too small");
     for (const int size : {0, -1, 7}) EXPECT_EQ(outcome("1.2.3", size), "000100020003");
 }

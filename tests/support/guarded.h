@@ -130,6 +130,19 @@ struct Row {
     const char *expected;
 };
 
+// Texts that all have one outcome.
+struct Group {
+    const char *expected;
+    std::vector<std::string> texts;
+};
+
+template <typename Outcome>
+void check_groups(const std::vector<Group> &groups, const Outcome &outcome)
+{
+    for (const Group &group : groups)
+        for (const std::string &text : group.texts) EXPECT_EQ(outcome(text), group.expected) << text;
+}
+
 }  // namespace orvex_test
 
 #endif
