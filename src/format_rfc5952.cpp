@@ -108,6 +108,6 @@ int format_rfc5952(char *text)
     const size_t size = extract_dotted_quad(text, address, quad.data());
     if (size > 0) std::memcpy(find_last_two_groups(canonical, address), quad.data(), size);
     std::memset(text, 0, text_size);
-    std::memcpy(text, canonical, std::strlen(canonical));
+    std::memcpy(text, canonical, std::strlen(canonical) + 1);
     return 1;
 }

@@ -272,20 +272,20 @@ bool is_chassis_name(std::string_view name)
     });
 }
 
-// The length of the chassis name in front of `colon`, the first one.
-size_t chassis_name_length(const char *text, const char *colon)
+// Whether what stands in front of `colon`, the first one, is a chassis name.
+bool ends_chassis_name(const char *colon)
 {
-    if (chassis_is_multi_chassis_root() == 0 && std::strstr(colon, ":mgmt-") == nullptr) return 0;
-    if (std::strchr(colon, '-') == nullptr) return 0;
-    return static_cast<size_t>(colon - text);
+    if (chassis_is_multi_chassis_root() == 0 && std::strstr(colon, ":mgmt-") == nullptr)
+        return false;
+    return std::strchr(colon, '-') != nullptr;
 }
 
-// Takes the chassis name in front of `colon` off the text.
+// Takes the chassis name in front of `colon` off the text; an empty one stays.
 [[gnu::noinline]] int strip_chassis_name(const char *&text, const char *colon, char *chassis_buf,
                                          size_t buf_size, size_t *len_out, ErrorText error)
 {
-    const size_t length = chassis_name_length(text, colon);
-    if (length == 0) return 0;
+    if (!ends_chassis_name(colon)) return 0;
+    const auto length = static_cast<size_t>(colon - text);
     if (length > longest_chassis_name) {
         return refuse(error, keep_errno, -1, "chassis name length is greater than %d in '%s'",
                       static_cast<int>(longest_chassis_name), text);
@@ -302,7 +302,7 @@ size_t chassis_name_length(const char *text, const char *colon)
         return refuse(error, keep_errno, -1, "chassis name '%s' is not valid in '%s'", name, text);
     }
     if (len_out != nullptr) *len_out = length;
-    text = colon + 1;
+    if (length > 0) text = colon + 1;
     return 0;
 }
 

@@ -341,7 +341,8 @@ TEST(ParseInterface, ChassisPrefix)
     EXPECT_EQ(strip("lcc0:eth-0/0/0", 5), "eth-0/0/0|lcc0|4");
     EXPECT_EQ(strip("lcc0:eth-0/0/0", 4), "buf_size '4' is not enough for '4' long chassis name|");
     EXPECT_EQ(strip("lcc0:lo0", 200), "lcc0:lo0||0");
-    EXPECT_EQ(strip(":eth-0/0/0", 200), ":eth-0/0/0||0");
+    EXPECT_EQ(strip(":eth-0/0/0", 1), ":eth-0/0/0||0");
+    EXPECT_EQ(strip(":eth-0/0/0", 0), "buf_size '0' is not enough for '0' long chassis name|");
     EXPECT_EQ(strip("a_9-B:x:-", 200), "x:-|a_9-B|5");
     EXPECT_EQ(strip("bad.name:eth-0/0/0", 200),
               "chassis name 'bad.name' is not valid in 'bad.name:eth-0/0/0'|bad.name");

@@ -342,8 +342,9 @@ ORVEX_PARSE_API int parse_interface(const char *name, uint32_t flags, uint32_t m
  * `len_out`      receives the length of the chassis name, 0 without one; may be null.
  *
  * Returns 0 with or without a chassis name; -1 when it is too long, not valid, or has no room in
- * `chassis_buf` with its terminator. Then `*name_ptr` is unmoved, `*len_out` is 0, and
- * `chassis_buf` holds the name that is not valid, or else an empty text.
+ * `chassis_buf` with its terminator (an empty one needs room too). Then `*name_ptr` is unmoved,
+ * `*len_out` is 0, and `chassis_buf` holds the name that is not valid, or else an empty text. A
+ * null text is refused with -1 and leaves every output as it was.
  */
 ORVEX_PARSE_API int parse_4_level_chassis(const char **name_ptr, char *chassis_buf, size_t buf_size,
                                           char *errbuf, size_t errlen, size_t *len_out);
@@ -375,8 +376,9 @@ ORVEX_PARSE_API extern struct platform_attributes parse_pf_attrib;
 /*
  * Tells from a word alone whether an operator means an interface alias by it rather than an
  * interface name, an IPv6 address or a reserved word. An alias has 5 to 128 characters: letters and
- * digits of the current locale, "_", ".", ":", "/" and "-", a letter first. Words that have the
- * form of an interface name of a type that the platform knows are none. `text` must not be null.
+ * digits of the current locale, "_", ".", ":", "/" and "-", a letter first. No alias are: an
+ * interface type that the platform knows; one with a device number or unit ("irb.10"); and one with
+ * "-", no letter behind that, and a "/" somewhere behind it ("eth-0/0/0"). `text` must not be null.
  * Returns 1 or 0.
  */
 ORVEX_PARSE_API int is_interface_alias(const char *text);
