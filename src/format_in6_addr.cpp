@@ -12,9 +12,8 @@ namespace {
 constexpr int address_bits = 128;
 constexpr int group_bits = 16;
 
-// Room for every text: eight groups of four digits, or two colons more than they need, "/" and the
-// digits of any length.
-constexpr size_t longest = 64;
+// Room for every text: at most eight groups of four digits, their colons, "/" and three digits.
+constexpr size_t longest = 43;
 
 // What lies to the right of the group that is written next.
 enum class State {

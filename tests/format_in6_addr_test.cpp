@@ -24,7 +24,7 @@ std::string text_of(Format *format, const uint8_t *address, int length)
             EXPECT_TRUE(buffer.untouched());
             EXPECT_EQ(text, buffer.data() + end - shown);
             EXPECT_EQ(std::string(text, shown), expected.substr(expected.size() - shown));
-            if (terminate == 1 && size > 0) EXPECT_EQ(buffer.data()[end], '\0');
+            EXPECT_TRUE(end == size || buffer.data()[end] == '\0');
         }
     }
     return expected;

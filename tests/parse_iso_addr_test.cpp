@@ -100,12 +100,14 @@ TEST(FormatIsoAddr, RoundTripsAtEverySize)
         const auto length = static_cast<uint16_t>(8 * count);
         char text[80];
         EXPECT_EQ(format_iso_addr(bytes.data(), count, 0, 0, text, sizeof text), count == 0 ? 1 : 2);
-        if (count >= 8)
-            EXPECT_EQ(outcome(text, PARSE_ISO_NSAP), orvex_test::hexadecimal(bytes.data(), count) + " 0/777");
+        EXPECT_TRUE(count < 8 ||
+                    outcome(text, PARSE_ISO_NSAP) == orvex_test::hexadecimal(bytes.data(), count) + " 0/777")
+            << text;
         const std::string address = text;
         format_iso_addr(bytes.data(), count, 1, length, text, sizeof text);
-        if (count > 0 && count < 20)
-            EXPECT_EQ(outcome(text, 0), orvex_test::hexadecimal(bytes.data(), count) + " 1/" + std::to_string(length));
+        EXPECT_TRUE(count == 0 || count == 20 ||
+                    outcome(text, 0) == orvex_test::hexadecimal(bytes.data(), count) + " 1/" + std::to_string(length))
+            << text;
         const std::string prefix = count == 0 ? "0/0" : address + '/' + std::to_string(length);
         // What is left for the last piece, as far as it needs it.
         const size_t before = count == 0 ? 0 : address.size();

@@ -217,7 +217,9 @@ ORVEX_PARSE_API size_t format_ipaddr(int af, const void *address, uint8_t full_f
 /*
  * Rewrites the text of an IPv6 address in place into the canonical form of RFC 5952 section 4:
  * lower case, no leading zeros, "::" for the longest run of two or more zero groups, the first of
- * equal ones. A text that ends in a dotted IPv4 part keeps it, and no other gets one.
+ * equal ones. A text that ends in a dotted IPv4 part keeps it in place of its last two groups, and
+ * no other gets one: the "::" was chosen before, and may then stand for one group alone. Safe from
+ * several threads at once, as its work area is the thread's own.
  *
  * `text`  a buffer of at least 47 bytes, or null. On success all 47 are written: the text, at most
  *         45 characters, and zeros.
@@ -232,14 +234,16 @@ ORVEX_PARSE_API int format_rfc5952(char *text);
 /*
  * Writes the leading `pfxlen` bits (0 to 128) of a 16-byte IPv6 address at the right end of a
  * buffer, for listings: the groups behind them are "::", or "0" when it is only one. The first run
- * of zero groups from the right is compressed, unlike RFC 5952. An IPv4-mapped address, or an
- * IPv4-compatible one but :: and ::1, ends in a dotted part when `pfxlen` is above 112. The bits of
- * a byte that `pfxlen` divides are all written; no byte behind is, though `address` must have 16.
+ * of two or more zero groups from the right is compressed, unlike RFC 5952. An IPv4-mapped address,
+ * or an IPv4-compatible one but :: and ::1, ends in a dotted part when `pfxlen` is above 112. The
+ * bits of a byte that `pfxlen` divides are all written; no byte behind is, though `address` must
+ * have 16.
  *
  * `terminate` not 0 puts a terminator into the last byte of `buf`; otherwise the text ends there.
  *
  * Returns a pointer to the first character of the text, inside `buf`; the bytes in front of it are
- * untouched. A text that does not fit keeps its right end. `address` must not be null, nor `buf`.
+ * untouched. A text that does not fit keeps its right end, and the terminator. `address` must not
+ * be null, nor `buf`.
  */
 ORVEX_PARSE_API char *format_in6_addr(const void *address, int pfxlen, char *buf, size_t buflen,
                                       int terminate);
@@ -481,11 +485,12 @@ ORVEX_PARSE_API int parse_is_iso_addr(const char *text);
  * "49.0001.1921.6800.1001.00", or under no flag a prefix of one, "49.0001/24". Digits are
  * hexadecimal, "." may stand between bytes, and the text has at most 60 characters. An address has
  * 8 to 20 bytes; the area address and the system identifier in it must not be all zero. A prefix
- * has a length of 0 to 152 bits, and no bit set behind them; its last digit may be odd.
+ * has a length of 0 to 152 bits, 0 when nothing follows the "/", no bit set behind them, and at
+ * most 38 digits, of which the last may stand alone.
  *
  * `bytes`    receives the bytes, and zeros up to its size; or null, when the text is only checked.
  * `count`    in and out: the size of `bytes`, and the number of bytes that the text gave. Required
- *            with `bytes`.
+ *            with `bytes`; without, it is not looked at and the text may give 21 bytes.
  * `pfxseen`  receives 1 for a prefix, else 0; may be null.
  * `pfxlen`   receives the length of a prefix; untouched for an address. May be null.
  *
@@ -535,7 +540,8 @@ ORVEX_PARSE_API int format_iso_sysid(const uint8_t *sysid, char *buf, size_t buf
  * bytes ("1.10:1", "4200000000L:1", type 2). The first 129 characters of the text count.
  *
  * `type`         receives 0, 1 or 2; on failure it may be written.
- * `high`, `low`  receive the 8 bytes as two numbers, most significant byte first.
+ * `high`, `low`  receive the 8 bytes as two numbers, most significant byte first; untouched on
+ *                failure.
  * All three are required. Returns 0, or 1 on failure.
  */
 ORVEX_PARSE_API int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t *high,
@@ -584,7 +590,7 @@ ORVEX_PARSE_API int parse_is_atmvpn(const char *text);
  * `pfxlen`  receives the prefix length over the whole key: 72 (route distinguisher and type) more
  *           than the length in the text, 0 to 183, and 255 without one. Untouched on failure; may
  *           be null.
- * Returns 0, or 1 on failure; without a message when a "/" cut the address off.
+ * Returns 0, or 1 on failure; without a message when a "/" or the cut took a "::" away.
  */
 ORVEX_PARSE_API int parse_atmvpn(const char *text, struct atmvpn_address *record, uint32_t *pfxlen,
                                  char *errbuf, size_t errlen);
