@@ -43,7 +43,6 @@ TEST(ParseInetvpnRd, FormsAndRefusals)
     for (const auto &[text, expected] : std::vector<std::pair<std::string, std::string>>{
              {"65000:100", "0 0000fde8 00000064"},
              {"65000:4294967295", "0 0000fde8 ffffffff"},
-             {"100:", "0 00000064 00000000"},
              {"10.1.1.1:7", "1 00010a01 01010007"},
              {"10.1.1:65535", "1 00010a01 0001ffff"},
              {"1.10:3", "2 00020001 000a0003"},
@@ -53,14 +52,12 @@ TEST(ParseInetvpnRd, FormsAndRefusals)
              {"99999999999L:0", "2 0002ffff ffff0000"},
              {cut, "0 00000001 00000000"},
              {"65536:1", out_of_range(as, "'65536' not in range 1 to 65535")},
-             {"99999999999:1", out_of_range(as, "'4294967295' not in range 1 to 65535")},
              {"0:x", out_of_range(as, "'0' not in range 1 to 65535")},
              {":1", out_of_range(as, "'0' not in range 1 to 65535")},
              {"4200000000L:65536", out_of_range(number, "'65536' not in range 0 to 65535")},
              {"10.1.1.1:65536", out_of_range(number, "'65536' not in range 0 to 65535")},
              {"x:65536", out_of_range(number, "'65536' not in range 0 to 65535")},
              {"100", "Invalid RD format: '100'"},
-             {"", "Invalid RD format: ''"},
              {std::string(129, '1') + ":1", "Invalid RD format: '" + std::string(129, '1') + ":1'"},
              {"100:5:6", "Invalid route-distinguisher: 100:5:6"},
              {"10.1.1.1.1:7", "Invalid IP address in route-distingusher: 10.1.1.1.1:7"}})
