@@ -88,6 +88,7 @@ TEST(ParseInterface, Forms)
                  {"eth-0/0/0-", "-2 invalid input '0-' for 'eth-0/0/0-'"},
                  {"vcp-0/0/0:1", "-2 interface does not support channels: vcp-0/0/0:1"},
                  {"ser-0/0/0:0:0:0:0:0:0:0", "-2 level of channelization exceeded limit of 7"},
+                 {"ser-0/0/0:27:24", "-2 channel value outside range 0..23 for '24' in 'ser-0/0/0:27:24'"},
                  {"pe-0/0/0", "-2 channel number missing: pe-0/0/0"},
                  {"pe-0/0/0-rx.1", "-2 unit number is not appropriate: pe-0/0/0-rx.1"},
                  {"ae1/0", "-2 pic, port, or channel are invalid for management interfaces: ae1/0"},
@@ -161,6 +162,7 @@ TEST(ParseInterface, Ranges)
               {"eth-0/0", "-1 missing or invalid port in 'eth-0/0'"},
               {"eth-0/0/0.1", "-1 invalid trailing input '.1' for 'eth-0/0/0.1'"},
               {"lo0", "-1 invalid interface name in lo0"},
+              {"atm-0/0/0", "-1 invalid interface-type for ranges in atm-0/0/0"},
           });
     EXPECT_EQ(outcome(longest, PARSE_IF_RANGES), "-2 fpc has invalid range format " + longest.substr(4, 1023) + " in " +
                                                      longest + " , use [n-m] or [n,m] format");
