@@ -8,6 +8,7 @@
 #include "parse_inetvpn_rd.h"
 #include "support/bytes.h"
 #include "support/error_text.h"
+#include "support/plain_numbers.h"
 #include "support/target_numbers.h"
 
 static_assert(sizeof(atmvpn_address) == 36);
@@ -168,6 +169,63 @@ int read_atmvpn(char *text, atmvpn_address &record, uint32_t &bits, ErrorText er
     return 0;
 }
 
+// "10.1.2.3" or "31", and the same joined by ":"
+const char *read_plain_components(const char *at, Address &address)
+{
+    for (;; ++at) {
+        uint32_t value = 0;
+        if (!read_plain_octet<LeadingZeros::octal>(at, value)) return nullptr;
+        if (*at != '.') {
+            address.store(static_cast<uint8_t>(value));
+        } else {
+            if (!read_plain_rest<LeadingZeros::octal>(at, value)) return nullptr;
+            for (uint32_t shift = 32; shift > 0; shift -= 8)
+                address.store(static_cast<uint8_t>(value >> (shift - 8)));
+        }
+        if (*at != ':') return at;
+        if (address.count + sizeof value > address_size) return nullptr;
+    }
+}
+
+// Reads "65000:1::5::10.1.2.3/32" as nearly all are written: plain numbers in range and no gap,
+// which never fill the work area. read_atmvpn reads these to the same.
+bool read_plain_atmvpn(const char *at, atmvpn_address &record, uint32_t &bits)
+{
+    RouteDistinguisher rd{};
+    at = read_plain_rd(at, rd);
+    if (at == nullptr || at[0] != ':' || at[1] != ':') return false;
+    uint32_t type = 0;
+    at += 2;
+    if (!read_plain_octet<LeadingZeros::octal>(at, type) || type == 0) return false;
+    if (at[0] != ':' || at[1] != ':') return false;
+    Address address;
+    at = read_plain_components(at + 2, address);
+    if (at == nullptr) return false;
+    bits = most_bits;
+    if (*at == '/') {
+        bits = 0;
+        if (!read_plain_octet<LeadingZeros::octal>(++at, bits) || bits > most_bits) return false;
+    }
+    if (*at != '\0' || !is_host_zero(address, bits)) return false;
+    record.rd_high = rd.high;
+    record.rd_low = rd.low;
+    record.type = static_cast<uint8_t>(type);
+    std::copy(address.bytes.begin(), address.bytes.end(), record.address);
+    return true;
+}
+
+// Reads any text, cut to the work area.
+int read_any_atmvpn(const char *text, atmvpn_address &record, uint32_t &bits, ErrorText error)
+{
+    if (parse_is_atmvpn(text) == 0)
+        return refuse(error, keep_errno, refused, "Invalid ATM VPN address '%s'", text);
+    WorkText work;
+    const size_t length = strnlen(text, work_text_length);
+    std::memcpy(work.data(), text, length);
+    work[length] = '\0';
+    return read_atmvpn(work.data(), record, bits, error);
+}
+
 }  // namespace
 }  // namespace orvex
 
@@ -184,16 +242,13 @@ int parse_atmvpn(const char *text, atmvpn_address *record, uint32_t *pfxlen, cha
                  size_t errlen)
 {
     using namespace orvex;
-    const ErrorText error{errbuf, errlen};
-    if (parse_is_atmvpn(text) == 0)
-        return refuse(error, keep_errno, refused, "Invalid ATM VPN address '%s'", text);
-    WorkText work;
-    const size_t length = strnlen(text, work_text_length);
-    std::memcpy(work.data(), text, length);
-    work[length] = '\0';
     atmvpn_address spare;
+    atmvpn_address &out = record != nullptr ? *record : spare;
     uint32_t bits = 0;
-    const int result = read_atmvpn(work.data(), record != nullptr ? *record : spare, bits, error);
-    if (result == 0 && pfxlen != nullptr) *pfxlen = key_bits + bits;
-    return result;
+    if (!read_plain_atmvpn(text, out, bits)) {
+        const int result = read_any_atmvpn(text, out, bits, {errbuf, errlen});
+        if (result != 0) return result;
+    }
+    if (pfxlen != nullptr) *pfxlen = key_bits + bits;
+    return 0;
 }

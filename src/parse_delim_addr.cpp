@@ -44,62 +44,91 @@ size_t append_element(char *buf, size_t buflen, size_t length, uint8_t byte, cha
     return size;
 }
 
+// Reads digits, none too. A value above 255 stays above it, however many digits follow.
+const char *read_decimal_group(const char *at, uint32_t &value)
+{
+    value = 0;
+    unsigned digit = 0;
+#pragma GCC unroll 3
+    for (int place = 0; place < 3; ++place, ++at) {
+        digit = digit_of<10>(*at);
+        if (digit > 9) return at;
+        value = value * 10 + digit;
+    }
+    for (; (digit = digit_of<10>(*at)) <= 9; ++at)
+        if (value <= UINT8_MAX) value = value * 10 + digit;
+    return at;
+}
+
+// The readers of groups count those that they stored.
+int read_decimal_groups(const char *text, uint8_t *bytes, uint32_t count, uint32_t &groups,
+                        ErrorText error)
+{
+    // The terminator must stand within 4 characters a byte.
+    const uint64_t longest = uint64_t{4} * count;
+    const char *at = text;
+    for (;; ++at) {
+        uint32_t value = 0;
+        at = read_decimal_group(at, value);
+        const char behind = *at;
+        if (static_cast<uint64_t>(at - text) >= longest)
+            return refuse(error, keep_errno, not_this_form, "Unexpected characters");
+        if (!is_group_separator(behind) && behind != '\0')
+            return refuse(error, keep_errno, not_this_form, "Invalid character '%c'", behind);
+        if (value > UINT8_MAX)
+            return refuse(error, keep_errno, not_this_form, "Address out-of-range");
+        if (behind != '\0' && groups + 1 == count)
+            return refuse(error, keep_errno, not_this_form, "Unexpected character '%c'", behind);
+        bytes[groups++] = static_cast<uint8_t>(value);
+        if (behind == '\0') return 0;
+    }
+}
+
+int read_hex_groups(const char *at, uint8_t *bytes, uint32_t count, uint32_t &groups,
+                    ErrorText error)
+{
+    char ended_by = '\0';
+    while (groups < count) {
+        if (!read_hex_group(at, bytes[groups])) {
+            if (*at == '\0')
+                return refuse(error, keep_errno, not_this_form, "Incomplete delimited address");
+            return refuse(error, keep_errno, not_this_form, "Invalid character '%c'", *at);
+        }
+        ++groups;
+        ended_by = *at;
+        if (is_group_separator(ended_by)) [[likely]]
+            ++at;
+    }
+    if (ended_by != '\0') return refuse(error, keep_errno, not_this_form, "Unexpected characters");
+    return 0;
+}
+
+void clear_rest(uint8_t *bytes, uint32_t count, uint32_t used)
+{
+    if (used < count) std::memset(bytes + used, 0, count - used);
+}
+
 }  // namespace
 }  // namespace orvex
 
 int parse_delim_dec_addr(const char *text, uint8_t *bytes, char *errbuf, size_t errlen,
                          uint32_t count)
 {
-    using namespace orvex;
-    // More digits do not bring a value back into range.
-    constexpr uint32_t most_kept = 1000;
-    const ErrorText error{errbuf, errlen};
-    if (count == 0) return no_bytes;
-    std::memset(bytes, 0, count);
-    uint32_t value = 0;
+    if (count == 0) return orvex::no_bytes;
     uint32_t groups = 0;
-    const uint64_t longest = uint64_t{4} * count;
-    for (uint64_t i = 0; i < longest; ++i) {
-        const char character = text[i];
-        const unsigned digit = digit_of<10>(character);
-        if (digit <= 9) {
-            if (value < most_kept) value = value * 10 + digit;
-            continue;
-        }
-        if (!is_group_separator(character) && character != '\0')
-            return refuse(error, keep_errno, not_this_form, "Invalid character '%c'", character);
-        if (value > UINT8_MAX)
-            return refuse(error, keep_errno, not_this_form, "Address out-of-range");
-        if (character != '\0' && groups + 1 == count)
-            return refuse(error, keep_errno, not_this_form, "Unexpected character '%c'", character);
-        bytes[groups++] = static_cast<uint8_t>(value);
-        if (character == '\0') return 0;
-        value = 0;
-    }
-    return refuse(error, keep_errno, not_this_form, "Unexpected characters");
+    const int result = orvex::read_decimal_groups(text, bytes, count, groups, {errbuf, errlen});
+    orvex::clear_rest(bytes, count, groups);
+    return result;
 }
 
 int parse_delim_hex_addr(const char *text, uint8_t *bytes, char *errbuf, size_t errlen,
                          uint32_t count)
 {
-    using namespace orvex;
-    const ErrorText error{errbuf, errlen};
-    if (count == 0) return no_bytes;
-    std::memset(bytes, 0, count);
+    if (count == 0) return orvex::no_bytes;
     uint32_t groups = 0;
-    char ended_by = *text;
-    while (*text != '\0' && groups < count) {
-        const HexGroup group = read_hex_group(text);
-        if (!group.valid)
-            return refuse(error, keep_errno, not_this_form, "Invalid character '%c'", *group.end);
-        bytes[groups++] = group.byte;
-        ended_by = *group.end;
-        text = is_group_separator(ended_by) ? group.end + 1 : group.end;
-    }
-    if (groups < count)
-        return refuse(error, keep_errno, not_this_form, "Incomplete delimited address");
-    if (ended_by != '\0') return refuse(error, keep_errno, not_this_form, "Unexpected characters");
-    return 0;
+    const int result = orvex::read_hex_groups(text, bytes, count, groups, {errbuf, errlen});
+    orvex::clear_rest(bytes, count, groups);
+    return result;
 }
 
 int format_delim_addr(char *buf, size_t buflen, const uint8_t *bytes, char delimiter,

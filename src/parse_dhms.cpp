@@ -17,50 +17,61 @@ constexpr int accepted = 1;
 constexpr uint32_t per_second = 10000;
 
 struct Unit {
-    std::string_view name;   // lower case
+    char name[5];            // lower case
     uint32_t whole_seconds;  // 0: a fraction
     uint32_t ten_thousandths;
 };
 
-// The first name that matches counts.
+// In the order of the first letters. The first name that matches counts.
 constexpr std::array<Unit, 9> dhms_units = {{
-    {"ftn", 1209600, 0},
-    {"w", 604800, 0},
     {"cftn", 120960, 0},
     {"d", 86400, 0},
+    {"ftn", 1209600, 0},
     {"h", 3600, 0},
     {"mftn", 0, 12096000},
-    {"uftn", 0, 12096},
     {"m", 60, 0},
     {"s", 1, 0},
+    {"uftn", 0, 12096},
+    {"w", 604800, 0},
 }};
 
 constexpr bool hides_a_later_name()
 {
     for (size_t i = 0; i < dhms_units.size(); ++i)
         for (size_t j = i + 1; j < dhms_units.size(); ++j)
-            if (dhms_units[j].name.starts_with(dhms_units[i].name)) return true;
+            if (std::string_view(dhms_units[j].name).starts_with(dhms_units[i].name)) return true;
     return false;
 }
 static_assert(!hides_a_later_name());
 
+// Where the names with each first letter begin; the next letter's begin where they end.
+constexpr std::array<uint8_t, 27> first_units = [] {
+    std::array<uint8_t, 27> first{};
+    for (const Unit &unit : dhms_units)
+        for (auto letter = static_cast<size_t>(unit.name[0] - 'a') + 1; letter < 27; ++letter)
+            ++first[letter];
+    return first;
+}();
+
 // What can be wrong with a token.
 enum class Fault { none, syntax, overflow };
 
-constexpr char lower(char character)
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + 'a' - 'A')
-                                                : character;
-}
+// A letter in lower case; no other character becomes one.
+constexpr char lower(char character) { return static_cast<char>(character | 0x20); }
 
-const Unit *find_unit(const char *at)
+// Moves `at` behind the unit's name.
+const Unit *find_unit(const char *&at)
 {
     const char first = lower(*at);
-    for (const Unit &unit : dhms_units) {
-        if (unit.name.front() != first) continue;
+    if (!is_ascii_lower(first)) return nullptr;
+    const auto letter = static_cast<size_t>(first - 'a');
+    for (size_t i = first_units[letter]; i < first_units[letter + 1]; ++i) {
+        const Unit &unit = dhms_units[i];
         size_t length = 1;
-        while (length < unit.name.size() && lower(at[length]) == unit.name[length]) ++length;
-        if (length == unit.name.size()) return &unit;
+        while (unit.name[length] != '\0' && lower(at[length]) == unit.name[length]) ++length;
+        if (unit.name[length] != '\0') continue;
+        at += length;
+        return &unit;
     }
     return nullptr;
 }
@@ -109,25 +120,29 @@ Fault decode_hhmmss(const char *&at, uint64_t &total)
 {
     constexpr uint32_t most_hours = 23;
     constexpr uint32_t most_sixtieths = 59;
-    std::array<uint32_t, 3> fields{};
-    size_t colons = 0;
-    uint32_t value = 0;
-    for (; !is_token_end(*at); ++at) {
-        if (*at == ':') {
-            fields[colons++] = value;
-            value = 0;
-            if (colons == fields.size()) return Fault::syntax;
-            continue;
+    constexpr int most_colons = 2;
+    uint32_t hours = 0;
+    uint32_t minutes = 0;
+    uint32_t seconds = 0;
+    int colons = 0;
+    for (;; ++at) {
+        const unsigned digit = digit_of<10>(*at);
+        if (digit <= 9) {
+            // The fields wrap as 32-bit numbers do.
+            const uint32_t longer = seconds * 10 + digit;
+            if (longer < seconds) return Fault::overflow;
+            seconds = longer;
+        } else if (*at == ':') {
+            if (++colons > most_colons) return Fault::syntax;
+            hours = minutes;
+            minutes = seconds;
+            seconds = 0;
+        } else if (is_token_end(*at)) {
+            break;
+        } else {
+            return Fault::syntax;
         }
-        if (!is_digit(*at)) return Fault::syntax;
-        // The fields wrap as 32-bit numbers do.
-        const uint32_t longer = value * 10 + digit_of<10>(*at);
-        if (longer < value) return Fault::overflow;
-        value = longer;
     }
-    fields[colons] = value;
-    if (colons == 1) fields = {0, fields[0], fields[1]};
-    const auto [hours, minutes, seconds] = fields;
     if (hours > most_hours || minutes > most_sixtieths || seconds > most_sixtieths)
         return Fault::overflow;
     return dhms_add(hours * 3600 + minutes * 60 + seconds, total) ? Fault::none : Fault::overflow;
@@ -146,7 +161,6 @@ Fault decode_pairs(const char *&at, uint64_t &total)
             const Unit *const unit = find_unit(at);
             if (unit == nullptr) return Fault::syntax;
             if (!multiply(value, *unit, value)) return Fault::overflow;
-            at += unit->name.size();
         }
         if (!dhms_add(value, total)) return Fault::overflow;
     }

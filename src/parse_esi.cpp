@@ -56,17 +56,25 @@ Refusal read_group(const char *&at, Octets &octets)
     return nullptr;
 }
 
-// Two digits, a ":" and more behind it, as nearly every octet stands. read_group reads it to the
-// same.
-bool read_plain_octet(const char *&at, Octets &octets)
+// Reads octets of two digits and the ":" behind each, up to the text's end or to another group,
+// which is left to read_group; it reads these to the same.
+const char *read_plain_octets(const char *at, Octets &octets)
 {
-    const unsigned high = digit_value(at[0]);
-    if (high >= 16) return false;
-    const unsigned low = digit_value(at[1]);
-    if (low >= 16 || at[2] != ':' || at[3] == '\0' || octets.full()) return false;
-    octets.bytes[octets.count++] = static_cast<uint8_t>(high << 4 | low);
-    at += 3;
-    return true;
+    size_t count = 0;
+    while (count < esi_size) {
+        const unsigned high = digit_value(at[0]);
+        if (high >= 16) break;
+        const unsigned low = digit_value(at[1]);
+        if (low >= 16) break;
+        const bool is_last = at[2] == '\0';
+        if (at[2] != ':' && !is_last) break;
+        octets.bytes[count++] = static_cast<uint8_t>(high << 4 | low);
+        at += 2;
+        if (is_last) break;
+        ++at;
+    }
+    octets.count = count;
+    return at;
 }
 
 Refusal read_octets(const char *at, Octets &octets)
@@ -75,9 +83,10 @@ Refusal read_octets(const char *at, Octets &octets)
         if (at[1] != ':') return unexpected_colon;
         ++at;
     }
+    at = read_plain_octets(at, octets);
+    if (*at == '\0' && octets.count > 0 && at[-1] == ':') return unexpected_colon;
     Refusal refusal = nullptr;
     while (*at != '\0' && refusal == nullptr) {
-        if (read_plain_octet(at, octets)) continue;
         if (digit_value(*at) < 16) {
             refusal = read_group(at, octets);
         } else if (*at == ':') {

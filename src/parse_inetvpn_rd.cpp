@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "support/name_characters.h"
+#include "support/plain_numbers.h"
 #include "support/target_numbers.h"
 
 namespace orvex {
@@ -20,6 +21,8 @@ constexpr int refused = 1;
 constexpr uint32_t type_as = 0;
 constexpr uint32_t type_ipv4 = 1;
 constexpr uint32_t type_wide_as = 2;
+
+constexpr uint32_t most_plain = 0xffff;
 
 struct Administrator {
     uint32_t type;
@@ -65,7 +68,75 @@ bool is_ipv4_address(std::string_view text, in_addr &address)
     return inet_aton(copy.data(), &address) != 0;
 }
 
+RouteDistinguisher plain_as_rd(uint32_t as, uint32_t number)
+{
+    return {type_as, type_as << 16 | as, number};
+}
+
+RouteDistinguisher wide_rd(uint32_t type, uint32_t administrator, uint32_t number)
+{
+    return {type, type << 16 | administrator >> 16, administrator << 16 | number};
+}
+
+// Reads any text; `type` is known before the rest.
+int read_rd(const char *text, uint32_t &type, RouteDistinguisher &rd, ErrorText error)
+{
+    size_t length = 0;
+    while (length < work_text_length && text[length] != ':' && text[length] != '\0') ++length;
+    if (length == work_text_length || text[length] == '\0')
+        return refuse(error, keep_errno, refused, "Invalid RD format: '%s'", text);
+
+    const char *const colon = text + length;
+    const Administrator administrator = read_administrator(text, colon);
+    type = administrator.type;
+    if (type != type_ipv4) {
+        const uint32_t most_as = type == type_as ? most_plain : no_maximum;
+        if (check_value_range("autonomous system", administrator.as, 1, most_as, error) != 0)
+            return refused;
+    }
+    uint32_t number = 0;
+    const size_t room = work_text_length - length - 1;
+    const char *const end = read_decimal(colon + 1, room, number);
+    if (end != colon + 1 + room && *end != '\0')
+        return refuse(error, keep_errno, refused, "Invalid route-distinguisher: %s", text);
+    const uint32_t most_number = type == type_as ? no_maximum : most_plain;
+    if (check_value_range("RD number", number, 0, most_number, error) != 0) return refused;
+
+    if (type == type_as) {
+        rd = plain_as_rd(administrator.as, number);
+        return 0;
+    }
+    in_addr address{};
+    if (type == type_ipv4 && !is_ipv4_address({text, length}, address)) {
+        return refuse(error, keep_errno, refused, "Invalid IP address in route-distingusher: %s",
+                      text);
+    }
+    rd = wide_rd(type, type == type_ipv4 ? ntohl(address.s_addr) : administrator.as, number);
+    return 0;
+}
+
 }  // namespace
+
+const char *read_plain_rd(const char *text, RouteDistinguisher &rd)
+{
+    uint32_t administrator = 0;
+    const char *at = text;
+    if (!read_plain_decimal(at, administrator)) return nullptr;
+    const bool is_ipv4 = *at == '.';
+    if (is_ipv4) {
+        const PlainQuad quad = read_plain_quad<LeadingZeros::octal>(text);
+        if (quad.end == nullptr) return nullptr;
+        at = quad.end;
+        administrator = quad.value;
+    } else if (administrator == 0 || administrator > most_plain) {
+        return nullptr;
+    }
+    uint32_t number = 0;
+    if (*at != ':' || !read_plain_decimal(++at, number)) return nullptr;
+    if (is_ipv4 && number > most_plain) return nullptr;
+    rd = is_ipv4 ? wide_rd(type_ipv4, administrator, number) : plain_as_rd(administrator, number);
+    return at;
+}
 
 int check_value_range(const char *noun, uint32_t value, uint32_t min, uint32_t max, ErrorText error)
 {
@@ -80,39 +151,15 @@ int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t *high, uint32_t 
                      size_t errlen)
 {
     using namespace orvex;
-    constexpr uint32_t most_plain = 0xffff;
     const ErrorText error{errbuf, errlen};
-    size_t length = 0;
-    while (length < work_text_length && text[length] != ':' && text[length] != '\0') ++length;
-    if (length == work_text_length || text[length] == '\0')
-        return refuse(error, keep_errno, refused, "Invalid RD format: '%s'", text);
-
-    const char *const colon = text + length;
-    const auto [rd_type, as] = read_administrator(text, colon);
-    *type = rd_type;
-    if (rd_type != type_ipv4) {
-        const uint32_t most_as = rd_type == type_as ? most_plain : no_maximum;
-        if (check_value_range("autonomous system", as, 1, most_as, error) != 0) return refused;
+    RouteDistinguisher rd{};
+    const char *const plain_end = read_plain_rd(text, rd);
+    if (plain_end == nullptr || *plain_end != '\0') {
+        const int result = read_rd(text, *type, rd, error);
+        if (result != 0) return result;
     }
-    uint32_t number = 0;
-    const size_t room = work_text_length - length - 1;
-    const char *const end = read_decimal(colon + 1, room, number);
-    if (end != colon + 1 + room && *end != '\0')
-        return refuse(error, keep_errno, refused, "Invalid route-distinguisher: %s", text);
-    const uint32_t most_number = rd_type == type_as ? no_maximum : most_plain;
-    if (check_value_range("RD number", number, 0, most_number, error) != 0) return refused;
-
-    uint32_t wide = as;
-    if (rd_type == type_ipv4) {
-        in_addr address{};
-        if (!is_ipv4_address({text, length}, address)) {
-            return refuse(error, keep_errno, refused,
-                          "Invalid IP address in route-distingusher: %s", text);
-        }
-        wide = ntohl(address.s_addr);
-    }
-    const bool is_plain = rd_type == type_as;
-    *high = rd_type << 16 | (is_plain ? as : wide >> 16);
-    *low = is_plain ? number : wide << 16 | number;
+    *type = rd.type;
+    *high = rd.high;
+    *low = rd.low;
     return 0;
 }

@@ -12,6 +12,7 @@
 #include "support/error_text.h"
 #include "support/insist.h"
 #include "support/name_characters.h"
+#include "support/plain_numbers.h"
 #include "support/target_numbers.h"
 
 static_assert(sizeof(parsed_interface) == 120);
@@ -365,14 +366,9 @@ struct Parse {
 // follows. parse_field_number reads these to the same.
 [[gnu::always_inline]] inline bool read_plain_number(int32_t &value, Parse &parse, Field field)
 {
-    constexpr uint32_t most = 100000000;
-    const char *at = parse.at + (parse.has(PARSE_IF_AFTER_SEP) && *parse.at != '\0' ? 1 : 0);
-    uint32_t number = digit_of<10>(*at);
-    if (number > 9 || parse.has(PARSE_IF_WILDCARD)) return false;
-    for (uint32_t digit = 0; (digit = digit_of<10>(*++at)) <= 9;) {
-        if (number >= most) return false;
-        number = number * 10 + digit;
-    }
+    const char *at = behind_separator(parse.at, parse.flags);
+    uint32_t number = 0;
+    if (parse.has(PARSE_IF_WILDCARD) || !read_plain_decimal(at, number)) return false;
     const auto read = static_cast<int32_t>(number);
     if (*at == '-' || !is_in_range(field, read)) return false;
     value = read;

@@ -12,6 +12,7 @@
 #include "support/digits.h"
 #include "support/error_text.h"
 #include "support/insist.h"
+#include "support/plain_numbers.h"
 #include "support/target_numbers.h"
 
 namespace orvex {
@@ -552,49 +553,6 @@ struct WantedOutputs {
 // "/", are nearly all that is ever typed. They are read in one pass; whatever is not such a text,
 // or not to be accepted as it stands, is left to parse_any_address, which reads these to the same.
 
-// Reads one to three digits of a value up to 255 into the low end of `quad`.
-[[gnu::always_inline]] inline bool read_plain_octet(const char *&at, uint32_t &quad)
-{
-    const uint32_t first = digit_of<10>(at[0]);
-    if (first > 9) return false;
-    const uint32_t second = digit_of<10>(at[1]);
-    if (second > 9) [[unlikely]] {
-        quad = quad << 8 | first;
-        at += 1;
-        return true;
-    }
-    const uint32_t third = digit_of<10>(at[2]);
-    if (third > 9) [[unlikely]] {
-        quad = quad << 8 | (first * 10 + second);
-        at += 2;
-        return true;
-    }
-    const uint32_t octet = first * 100 + second * 10 + third;
-    quad = quad << 8 | octet;
-    at += 3;
-    return octet <= 255;
-}
-
-// Reads the rest of four plain octets joined by "." behind the first one.
-[[gnu::always_inline]] inline bool read_plain_rest(const char *&at, uint32_t &quad)
-{
-    if (*at++ != '.' || !read_plain_octet(at, quad)) return false;
-    if (*at++ != '.' || !read_plain_octet(at, quad)) return false;
-    return *at++ == '.' && read_plain_octet(at, quad);
-}
-
-struct PlainQuad {
-    const char *end;  // null when the text does not start with one
-    uint32_t value;
-};
-
-[[gnu::always_inline]] inline PlainQuad read_plain_quad(const char *at)
-{
-    uint32_t quad = 0;
-    if (!read_plain_octet(at, quad) || !read_plain_rest(at, quad)) return {nullptr, 0};
-    return {at, quad};
-}
-
 // Reads what follows the address of a plain text.
 Ipv4Suffix read_plain_suffix(const char *at, uint32_t flags)
 {
@@ -604,13 +562,13 @@ Ipv4Suffix read_plain_suffix(const char *at, uint32_t flags)
     if (*at++ != '/' || (flags & PARSE_IPADDR_PREFIX_OK) == 0) return unreadable;
     const bool may_be_octal = *at == '0';
     uint32_t value = 0;
-    if (!read_plain_octet(at, value)) return unreadable;
+    if (!read_plain_octet<LeadingZeros::decimal>(at, value)) return unreadable;
     if (*at == '\0') {
         if (may_be_octal || value > ipv4_bits) return unreadable;
         return {Kind::length, value};
     }
     if ((flags & PARSE_IPADDR_MASK_OK) == 0) return unreadable;
-    if (!read_plain_rest(at, value) || *at != '\0') return unreadable;
+    if (!read_plain_rest<LeadingZeros::decimal>(at, value) || *at != '\0') return unreadable;
     return {Kind::mask, value};
 }
 
@@ -656,7 +614,7 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
     if (af != nullptr && str != nullptr && *af == PARSE_AF_INET && (flags & special_flags) == 0 &&
         (address == nullptr || address_len >= ipv4_size) &&
         (mask == nullptr || mask_len >= ipv4_size)) [[likely]] {
-        plain = read_plain_quad(str);
+        plain = read_plain_quad<LeadingZeros::decimal>(str);
         if (plain.end != nullptr && *plain.end == '\0' &&
             (flags & PARSE_IPADDR_PREFIX_REQUIRED) == 0) [[likely]] {
             store_plain(plain.value, {Ipv4Suffix::Kind::none, ipv4_bits},

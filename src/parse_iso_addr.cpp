@@ -41,35 +41,35 @@ int refuse_character(const Reading &reading)
 
 // "49.0001.2": bytes of two digits with "." between them; a last digit may stand alone. Moves `at`
 // to where they end.
-int read_bytes(Reading &reading, const char *&at)
+int read_bytes(Reading &reading, const char *&text)
 {
+    uint8_t *const bytes = reading.bytes;
+    const size_t capacity = reading.capacity;
+    const char *at = text;
     size_t stored = 0;
-    while (stored < reading.capacity) {
-        const unsigned high = digit_value(*at);
-        if (high < 16) {
-            const unsigned low = digit_value(*++at);
-            if (low >= 16) {
-                if (*at == '.') {
-                    return refuse(reading.error, keep_errno, not_this_form,
-                                  "'.' character not on byte boundary");
-                }
-                reading.bytes[stored++] = static_cast<uint8_t>(high << 4);
-                ++reading.nibbles;
-                break;
-            }
-            reading.bytes[stored++] = static_cast<uint8_t>(high << 4 | low);
-            reading.nibbles += 2;
-            ++at;
-        } else {
-            if (*at != '.') break;
+    size_t odd = 0;
+    while (stored < capacity) {
+        if (*at == '.' && *++at == '.')
+            return refuse(reading.error, keep_errno, not_this_form, "consecutive '.' not allowed");
+        const unsigned high = digit_value(at[0]);
+        if (high >= 16) break;
+        const unsigned low = digit_value(at[1]);
+        if (low >= 16) {
             if (*++at == '.') {
                 return refuse(reading.error, keep_errno, not_this_form,
-                              "consecutive '.' not allowed");
+                              "'.' character not on byte boundary");
             }
+            bytes[stored++] = static_cast<uint8_t>(high << 4);
+            odd = 1;
+            break;
         }
+        bytes[stored++] = static_cast<uint8_t>(high << 4 | low);
+        at += 2;
     }
     if (*at != '\0' && *at != '/') return refuse_character(reading);
-    std::fill(reading.bytes + stored, reading.bytes + reading.capacity, uint8_t{0});
+    if (stored < capacity) std::memset(bytes + stored, 0, capacity - stored);
+    reading.nibbles = 2 * stored - odd;
+    text = at;
     return 0;
 }
 

@@ -14,30 +14,21 @@ constexpr size_t mac_size = 6;
 constexpr uint8_t mac_bits = 48;
 constexpr uint8_t group_bit = 1;
 
-struct Groups {
-    const char *at;  // behind the last group and its separator, or at a character that is no digit
-    char ended_by;   // the character behind the last group
-    size_t count;
-    bool valid;
-};
-
-// Reads up to six groups, or up to the one that a "/" ends.
-Groups read_groups(const char *at, uint8_t *address)
+// Reads up to six groups, or up to the one that a "/" ends, and counts them. Moves `at` behind the
+// last one and its separator, or to a character that should be a digit; `ended_by` stood behind the
+// last one.
+size_t read_groups(const char *&at, uint8_t *address, char &ended_by)
 {
-    Groups groups{at, *at, 0, true};
-    while (*groups.at != '\0' && groups.count < mac_size) {
-        const HexGroup group = read_hex_group(groups.at, '/');
-        groups.at = group.end;
-        if (!group.valid) {
-            groups.valid = false;
+    size_t count = 0;
+    while (count < mac_size && read_hex_group(at, address[count], '/')) {
+        ++count;
+        ended_by = *at;
+        if (is_group_separator(ended_by)) [[likely]]
+            ++at;
+        else if (ended_by == '/')
             break;
-        }
-        address[groups.count++] = group.byte;
-        groups.ended_by = *group.end;
-        if (groups.ended_by == '/') break;
-        if (is_group_separator(groups.ended_by)) ++groups.at;
     }
-    return groups;
+    return count;
 }
 
 void store_prefix(uint8_t length, int *pfxseen, uint8_t *pfxlen)
@@ -47,7 +38,8 @@ void store_prefix(uint8_t length, int *pfxseen, uint8_t *pfxlen)
 }
 
 // "48" behind the "/"
-int read_prefix(const char *text, uint32_t flags, int *pfxseen, uint8_t *pfxlen, ErrorText error)
+[[gnu::noinline]] int read_prefix(const char *text, uint32_t flags, int *pfxseen, uint8_t *pfxlen,
+                                  ErrorText error)
 {
     if ((flags & PARSE_MAC_PREFIX_OK) == 0)
         return refuse(error, keep_errno, rule_broken, "Address prefix not allowed");
@@ -97,21 +89,21 @@ int parse_mac_addr(const char *text, uint32_t flags, uint8_t *address, int *pfxs
     const orvex::ErrorText error{errbuf, errlen};
     std::memset(address, 0, orvex::mac_size);
     if (pfxseen != nullptr) *pfxseen = 0;
-    const orvex::Groups groups = orvex::read_groups(text, address);
-    if (!groups.valid) {
+    const char *at = text;
+    char ended_by = '\0';
+    if (orvex::read_groups(at, address, ended_by) < orvex::mac_size) {
+        if (ended_by == '/' || *at == '\0')
+            return refuse(error, orvex::keep_errno, orvex::not_this_form, "Incomplete mac address");
         return refuse(error, orvex::keep_errno, orvex::not_this_form, "Invalid character '%c'",
-                      *groups.at);
+                      *at);
     }
-    if (groups.count < orvex::mac_size) {
-        return refuse(error, orvex::keep_errno, orvex::not_this_form, "Incomplete mac address");
-    }
-    if (groups.ended_by == '/') {
-        const int result = orvex::read_prefix(groups.at + 1, flags, pfxseen, pfxlen, error);
+    if (ended_by == '/') {
+        const int result = orvex::read_prefix(at + 1, flags, pfxseen, pfxlen, error);
         if (result != 0) return result;
     } else {
         if ((flags & PARSE_MAC_PREFIX_OK) != 0)
             orvex::store_prefix(orvex::mac_bits, pfxseen, pfxlen);
-        if (groups.ended_by != '\0')
+        if (ended_by != '\0')
             return refuse(error, orvex::keep_errno, orvex::not_this_form, "Unexpected characters");
     }
     return orvex::check_group_bit(address, flags, error);

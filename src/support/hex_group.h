@@ -8,21 +8,21 @@ namespace orvex {
 
 constexpr bool is_group_separator(char character) { return character == '.' || character == ':'; }
 
-struct HexGroup {
-    const char *end;  // behind the digits; at the character that is none when not valid
-    uint8_t byte;
-    bool valid;
-};
-
 // Reads a group, with one digit only where a separator, the text's end or `also_ends` follows.
-constexpr HexGroup read_hex_group(const char *at, char also_ends = '\0')
+// Moves `at` behind it; when false, to the character that should be a digit.
+constexpr bool read_hex_group(const char *&at, uint8_t &byte, char also_ends = '\0')
 {
-    const unsigned first = digit_value(at[0]);
-    if (first >= 16) return {at, 0, false};
-    const unsigned second = digit_value(at[1]);
-    if (second < 16) return {at + 2, static_cast<uint8_t>(first * 16 + second), true};
-    const bool ends = is_group_separator(at[1]) || at[1] == '\0' || at[1] == also_ends;
-    return {at + 1, static_cast<uint8_t>(first), ends};
+    const unsigned first = digit_value(*at);
+    if (first >= 16) return false;
+    const unsigned second = digit_value(*++at);
+    if (second < 16) [[likely]] {
+        byte = static_cast<uint8_t>(first << 4 | second);
+        ++at;
+        return true;
+    }
+    if (!is_group_separator(*at) && *at != '\0' && *at != also_ends) return false;
+    byte = static_cast<uint8_t>(first);
+    return true;
 }
 
 }  // namespace orvex
