@@ -115,37 +115,71 @@ bool is_token_end(char character) { return character == '\0' || is_space(charact
 
 // The readers of a token move the cursor behind it.
 
+constexpr uint32_t most_hours = 23;
+constexpr uint32_t most_sixtieths = 59;
+
 // "1:30" or "1:02:03"; an empty field is 0.
 Fault decode_hhmmss(const char *&at, uint64_t &total)
 {
-    constexpr uint32_t most_hours = 23;
-    constexpr uint32_t most_sixtieths = 59;
     constexpr int most_colons = 2;
     uint32_t hours = 0;
     uint32_t minutes = 0;
     uint32_t seconds = 0;
     int colons = 0;
-    for (;; ++at) {
-        const unsigned digit = digit_of<10>(*at);
+    const char *cursor = at;
+    for (;; ++cursor) {
+        const unsigned digit = digit_of<10>(*cursor);
         if (digit <= 9) {
             // The fields wrap as 32-bit numbers do.
             const uint32_t longer = seconds * 10 + digit;
             if (longer < seconds) return Fault::overflow;
             seconds = longer;
-        } else if (*at == ':') {
-            if (++colons > most_colons) return Fault::syntax;
-            hours = minutes;
-            minutes = seconds;
-            seconds = 0;
-        } else if (is_token_end(*at)) {
-            break;
-        } else {
-            return Fault::syntax;
+            continue;
         }
+        if (*cursor != ':') break;
+        if (++colons > most_colons) return Fault::syntax;
+        hours = minutes;
+        minutes = seconds;
+        seconds = 0;
     }
+    if (!is_token_end(*cursor)) return Fault::syntax;
+    at = cursor;
     if (hours > most_hours || minutes > most_sixtieths || seconds > most_sixtieths)
         return Fault::overflow;
     return dhms_add(hours * 3600 + minutes * 60 + seconds, total) ? Fault::none : Fault::overflow;
+}
+
+// Reads one or two digits.
+[[gnu::always_inline]] inline bool read_short_field(const char *&at, uint32_t &value)
+{
+    value = digit_of<10>(*at);
+    if (value > 9) return false;
+    const unsigned digit = digit_of<10>(*++at);
+    if (digit > 9) return true;
+    value = value * 10 + digit;
+    return digit_of<10>(*++at) > 9;
+}
+
+// "1:30" or "1:02:03" with short fields in range, as nearly every time is; decode_hhmmss reads it
+// to the same.
+bool read_plain_clock(const char *&at, uint64_t &total)
+{
+    uint32_t hours = 0;
+    uint32_t minutes = 0;
+    uint32_t seconds = 0;
+    const char *cursor = at;
+    if (!read_short_field(cursor, minutes) || *cursor != ':') return false;
+    if (!read_short_field(++cursor, seconds)) return false;
+    if (*cursor == ':') {
+        hours = minutes;
+        minutes = seconds;
+        if (!read_short_field(++cursor, seconds)) return false;
+    }
+    if (!is_token_end(*cursor)) return false;
+    if (hours > most_hours || minutes > most_sixtieths || seconds > most_sixtieths) return false;
+    if (!dhms_add(hours * 3600 + minutes * 60 + seconds, total)) return false;
+    at = cursor;
+    return true;
 }
 
 // "90", or pairs of a number and a unit: "1d2h30m".
@@ -176,11 +210,9 @@ bool holds_colon(const char *at)
 // A token with a ":" anywhere is a time; no pairs have one, so that they are tried first.
 Fault decode_dhms_token(const char *&at, uint64_t &total)
 {
-    const char *behind = at;
-    while (is_digit(*behind)) ++behind;
-    if (*behind == ':') return decode_hhmmss(at, total);
+    if (read_plain_clock(at, total)) return Fault::none;
     uint64_t sum = total;
-    behind = at;
+    const char *behind = at;
     const Fault fault = decode_pairs(behind, sum);
     if (fault != Fault::none) return holds_colon(at) ? decode_hhmmss(at, total) : fault;
     at = behind;

@@ -24,8 +24,8 @@ int refuse_text(ErrorText error)
     return refuse(error, keep_errno, not_this_form, "Invalid system-id string");
 }
 
-// Three groups of one to four digits, as nearly every text is: never too long. read_groups reads
-// them to the same.
+// Three groups of one to four digits, as nearly every text is; read_any_sysid reads them to the
+// same.
 [[gnu::always_inline]] inline bool read_plain_groups(const char *at, uint64_t &sysid)
 {
     sysid = 0;
@@ -66,6 +66,31 @@ int read_groups(const char *at, uint8_t *sysid, ErrorText error)
     }
 }
 
+bool is_too_small(int size) { return size > 0 && size < static_cast<int>(sysid_size); }
+
+int refuse_size(ErrorText error)
+{
+    return refuse(error, keep_errno, not_this_form, "Passed sysid size too small");
+}
+
+int refuse_zero(ErrorText error)
+{
+    return refuse(error, keep_errno, rule_broken, "system-id cannot be all zeros");
+}
+
+// Reads any text.
+[[gnu::noinline]] int read_any_sysid(const char *text, uint8_t *sysid, int size, ErrorText error)
+{
+    if (strnlen(text, longest_text + 1) > longest_text)
+        return refuse(error, keep_errno, not_this_form, "Passed sysid string too large");
+    if (is_too_small(size)) return refuse_size(error);
+    const int result = read_groups(text, sysid, error);
+    if (result != 0) return result;
+    const bool is_zero =
+        std::all_of(sysid, sysid + sysid_size, [](uint8_t byte) { return byte == 0; });
+    return is_zero ? refuse_zero(error) : 0;
+}
+
 }  // namespace
 }  // namespace orvex
 
@@ -78,25 +103,15 @@ int parse_is_iso_sysid(const char *text)
 int parse_iso_sysid(const char *text, uint8_t *sysid, int size, char *errbuf, size_t errlen)
 {
     using namespace orvex;
-    const ErrorText error{errbuf, errlen};
     std::array<uint8_t, sysid_size> spare;
-    uint64_t groups = 0;
-    const bool is_plain = read_plain_groups(text, groups);
-    if (!is_plain && strnlen(text, longest_text + 1) > longest_text)
-        return refuse(error, keep_errno, not_this_form, "Passed sysid string too large");
-    if (size > 0 && size < static_cast<int>(sysid_size))
-        return refuse(error, keep_errno, not_this_form, "Passed sysid size too small");
     if (sysid == nullptr) sysid = spare.data();
-    if (is_plain) {
-        store_be32(sysid, static_cast<uint32_t>(groups >> 16));
-        store_be16(sysid + 4, static_cast<uint32_t>(groups));
-    } else {
-        const int result = read_groups(text, sysid, error);
-        if (result != 0) return result;
-    }
-    if (std::all_of(sysid, sysid + sysid_size, [](uint8_t byte) { return byte == 0; }))
-        return refuse(error, keep_errno, rule_broken, "system-id cannot be all zeros");
-    return 0;
+    uint64_t groups = 0;
+    if (!read_plain_groups(text, groups))
+        return read_any_sysid(text, sysid, size, {errbuf, errlen});
+    if (is_too_small(size)) return refuse_size({errbuf, errlen});
+    store_be32(sysid, static_cast<uint32_t>(groups >> 16));
+    store_be16(sysid + 4, static_cast<uint32_t>(groups));
+    return groups == 0 ? refuse_zero({errbuf, errlen}) : 0;
 }
 
 int format_iso_sysid(const uint8_t *sysid, char *buf, size_t buflen)

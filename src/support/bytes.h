@@ -2,6 +2,7 @@
 #define ORVEX_SUPPORT_BYTES_H
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -19,12 +20,16 @@ constexpr void store_be16(uint8_t *bytes, uint32_t value)
     bytes[1] = static_cast<uint8_t>(value);
 }
 
-constexpr void store_be32(uint8_t *bytes, uint32_t value)
+inline void store_be32(uint8_t *bytes, uint32_t value)
 {
-    bytes[0] = static_cast<uint8_t>(value >> 24);
-    bytes[1] = static_cast<uint8_t>(value >> 16);
-    bytes[2] = static_cast<uint8_t>(value >> 8);
-    bytes[3] = static_cast<uint8_t>(value);
+    if constexpr (std::endian::native == std::endian::little) value = __builtin_bswap32(value);
+    std::memcpy(bytes, &value, sizeof value);
+}
+
+inline void store_be64(uint8_t *bytes, uint64_t value)
+{
+    if constexpr (std::endian::native == std::endian::little) value = __builtin_bswap64(value);
+    std::memcpy(bytes, &value, sizeof value);
 }
 
 // Moves the bytes from `gap` to `count` to the end of an array, and leaves zeros where they stood.
