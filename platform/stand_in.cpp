@@ -13,10 +13,11 @@ namespace {
 
 constexpr int32_t wrapped(uint32_t value) { return static_cast<int32_t>(value); }
 
-// Compares a type's name with the first `length` characters of `text`, as strcmp does.
-constexpr int compare_name(const char *name, const char *text, size_t length)
+// Compares a type's name with the first `length` characters of `text`, as strcmp does; the first
+// `same` ones are known to be equal.
+constexpr int compare_name(const char *name, const char *text, size_t length, size_t same = 0)
 {
-    for (size_t i = 0; i < length; ++i) {
+    for (size_t i = same; i < length; ++i) {
         const auto left = static_cast<unsigned char>(name[i]);
         const auto right = static_cast<unsigned char>(text[i]);
         if (left != right) return left < right ? -1 : 1;
@@ -195,7 +196,7 @@ const interface_info *interface_info_byname(const char *text, size_t length)
     while (low < high) {
         const size_t middle = low + (high - low) / 2;
         const orvex_interface_type &type = platform.profile.types[middle];
-        const int order = compare_name(type.name, text, length);
+        const int order = compare_name(type.name, text, length, 1);
         if (order == 0) return &type.info;
         if (order < 0)
             low = middle + 1;

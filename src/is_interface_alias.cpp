@@ -27,38 +27,50 @@ constexpr bool is_alias_punctuation(char character)
 }
 static_assert(is_alias_punctuation('-') && is_alias_punctuation('.') && is_alias_punctuation('/'));
 
-// What may stand in an alias behind its first letter, in any locale.
-constexpr std::array<bool, 128> ascii_alias_characters = [] {
-    std::array<bool, 128> allowed{};
-    for (size_t i = 1; i < allowed.size(); ++i) {
+// What a character is to an alias, behind its first letter.
+constexpr uint8_t allowed = 1;
+constexpr uint8_t colon = 2;
+constexpr uint8_t dash = 4;
+constexpr uint8_t foreign = 8;  // not ASCII: what the locale makes of it
+
+constexpr std::array<uint8_t, 256> character_kinds = [] {
+    std::array<uint8_t, 256> kinds{};
+    for (size_t i = 1; i < 128; ++i) {
         const char character = static_cast<char>(i);
-        allowed[i] =
-            is_ascii_letter(character) || is_digit(character) || is_alias_punctuation(character);
+        if (is_ascii_letter(character) || is_digit(character) || is_alias_punctuation(character))
+            kinds[i] = allowed;
     }
-    return allowed;
+    for (size_t i = 128; i < kinds.size(); ++i) kinds[i] = foreign;
+    kinds[':'] |= colon;
+    kinds['-'] |= dash;
+    return kinds;
 }();
 
-bool is_alias_character(char character)
-{
-    return is_ascii(character) ? ascii_alias_characters[static_cast<unsigned char>(character)]
-                               : is_letter_or_digit(character);
-}
+struct AliasText {
+    std::string_view text;  // empty when it has not the length and the characters of an alias
+    uint8_t kinds;          // of all characters behind the first
+};
 
-// The whole text when it has the length and the characters of an alias, else an empty one.
-std::string_view alias_text(const char *text)
+AliasText scan_alias(const char *text)
 {
     if (!is_letter(*text)) return {};
     size_t length = 1;
-    while (length <= longest_alias && is_alias_character(text[length])) ++length;
-    const bool whole = text[length] == '\0';
-    return whole && length >= shortest_alias && length <= longest_alias
-               ? std::string_view(text, length)
-               : std::string_view();
+    uint8_t kinds = 0;
+    for (; length <= longest_alias; ++length) {
+        const uint8_t kind = character_kinds[static_cast<unsigned char>(text[length])];
+        if (kind == 0) break;
+        kinds |= kind;
+    }
+    if (text[length] != '\0' || length < shortest_alias || length > longest_alias) return {};
+    if ((kinds & foreign) != 0 && !std::all_of(text, text + length, [](char character) {
+            return is_ascii(character) || is_letter_or_digit(character);
+        }))
+        return {};
+    return {{text, length}, kinds};
 }
 
 bool is_ipv6_address(std::string_view text)
 {
-    if (text.find(':') == std::string_view::npos) return false;
     const int saved = errno;
     uint32_t af = PARSE_AF_INET6;
     std::array<uint8_t, 16> address;
@@ -80,11 +92,11 @@ bool begins_with_type(std::string_view text, size_t length)
 }
 
 // "uplink-to-core": an alias unless the type before the "-" is known and a port follows.
-bool is_dashed_alias(std::string_view text, size_t dash)
+bool is_dashed_alias(std::string_view text, size_t at)
 {
-    if (!begins_with_type(text, dash)) return !begins_with_type(text, text.size());
-    if (dash + 1 < text.size() && is_letter(text[dash + 1])) return true;
-    return text.find('/', dash) == std::string_view::npos;
+    if (!begins_with_type(text, at)) return !begins_with_type(text, text.size());
+    if (at + 1 < text.size() && is_letter(text[at + 1])) return true;
+    return text.find('/', at) == std::string_view::npos;
 }
 
 // "uplink7": an alias unless it names a device of a known type.
@@ -96,11 +108,13 @@ bool is_plain_alias(std::string_view text)
     return !begins_with_type(text, length) && !begins_with_type(text, text.size());
 }
 
-bool is_alias(std::string_view text)
+bool is_alias(const AliasText &alias)
 {
-    if (text.empty() || is_ipv6_address(text) || is_reserved_word(text)) return false;
-    const size_t dash = text.find('-');
-    return dash == std::string_view::npos ? is_plain_alias(text) : is_dashed_alias(text, dash);
+    const std::string_view text = alias.text;
+    if (text.empty() || ((alias.kinds & colon) != 0 && is_ipv6_address(text))) return false;
+    if (is_reserved_word(text)) return false;
+    if ((alias.kinds & dash) != 0) return is_dashed_alias(text, text.find('-'));
+    return is_plain_alias(text);
 }
 
 // ---- The alias map ----
@@ -278,7 +292,7 @@ bool find_alias_in_stream(FILE *stream, std::string_view alias, char *dest, size
 
 int is_interface_alias(const char *text)
 {
-    return orvex::is_alias(orvex::alias_text(text)) ? 1 : 0;
+    return orvex::is_alias(orvex::scan_alias(text)) ? 1 : 0;
 }
 
 int ifalias_to_ifl(const char *alias, char *dest, size_t dest_size, uint8_t use_alternate,
