@@ -31,7 +31,7 @@ TEST(ParseDelimAddr, Decimal)
                               {"01020304", {"001.002.003.004"}},
                               {"ff000000", {"000000000000255"}},
                               {"-1 Unexpected characters", {"0001.002.003.004"}},
-                              {"-1 Address out-of-range", {"256.1.1.1", "4294967296", "1.2.3.256.", "999.-"}},
+                              {"-1 Address out-of-range", {"256.1.1.1", "0256", "4294967296", "1.2.3.256.", "999.-"}},
                               {"-1 Unexpected character '.'", {"1.2.3.4."}},
                               {"-1 Unexpected character ':'", {"1.2.3.4:5"}},
                               {"-1 Invalid character '-'", {"999-", "1.2.-.4"}}},

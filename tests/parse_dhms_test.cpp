@@ -23,7 +23,7 @@ TEST(DecodeDhms, ReadsTokensThatAddUp)
 {
     const auto read = [](const std::string &text) { return outcome(text); };
     orvex_test::check_groups(
-        {{"90", {"90", "1m30s", "1M30S", "1:30"}},
+        {{"90", {"90", "1m30s", "1M30S", "1:30", "001:30"}},
          {"5400", {" \t1h\v30m\n", "30m1h"}},
          {"86399", {"23:59:59"}},
          {"90000", {"1d 01:00:00"}},

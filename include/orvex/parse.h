@@ -418,13 +418,13 @@ ORVEX_PARSE_API int ifalias_to_ifl(const char *alias, char *dest, size_t dest_si
  * single digit is a group only in front of a separator, "/" or the end.
  *
  * `address`  receives 6 bytes in transmission order.
- * `pfxseen`  receives 1 under PARSE_MAC_PREFIX_OK, else 0; may be null.
+ * `pfxseen`  receives 1 when a prefix length was stored, else 0; may be null.
  * `pfxlen`   receives, under PARSE_MAC_PREFIX_OK, the prefix length, 0 to 48, and 48 when none was
  *            given; otherwise it is untouched. May be null.
  *
  * Returns 0; -1 when the text is no MAC address; -2 when its prefix is not allowed or above 48, or
- * its group bit is refused. `address` then holds the groups read so far, the rest zero, and the
- * prefix outputs may be written.
+ * its group bit is refused. `address` then holds the groups read so far, the rest zero. The prefix
+ * outputs hold what was stored by then; a refused prefix leaves `pfxseen` 0 and `pfxlen` untouched.
  */
 ORVEX_PARSE_API int parse_mac_addr(const char *text, uint32_t flags, uint8_t *address, int *pfxseen,
                                    uint8_t *pfxlen, char *errbuf, size_t errlen);
@@ -435,7 +435,7 @@ ORVEX_PARSE_API int parse_mac_addr(const char *text, uint32_t flags, uint8_t *ad
 /*
  * Writes "00:1b:2c:3d:4e:5f", and "/" with the prefix length when `pfxseen` is not 0. Returns the
  * length of the whole text; when that is not below `buflen` the text is cut, and terminated unless
- * `buflen` is 0.
+ * `buflen` is 0. The bytes of `buf` behind the terminator are unspecified.
  */
 ORVEX_PARSE_API int format_mac_addr(char *buf, size_t buflen, const uint8_t *address, int pfxseen,
                                     uint8_t pfxlen);
@@ -454,8 +454,8 @@ ORVEX_PARSE_API int parse_delim_dec_addr(const char *text, uint8_t *bytes, char 
                                          size_t errlen, uint32_t count);
 
 /*
- * As parse_delim_dec_addr, for exactly `count` hexadecimal groups of one or two digits, as in a MAC
- * address.
+ * Reads exactly `count` hexadecimal groups, written and separated as those of a MAC address. Outputs
+ * and results are those of parse_delim_dec_addr.
  */
 ORVEX_PARSE_API int parse_delim_hex_addr(const char *text, uint8_t *bytes, char *errbuf,
                                          size_t errlen, uint32_t count);
@@ -463,8 +463,8 @@ ORVEX_PARSE_API int parse_delim_hex_addr(const char *text, uint8_t *bytes, char 
 /*
  * Writes `count` bytes with `delimiter` between them: two hexadecimal digits each when `style` is
  * 'x', decimal otherwise. 3 * `count` + 1 or 4 * `count` + 1 bytes hold every text. Returns one
- * more than the length of the whole text; a smaller buffer holds it cut and terminated. When
- * `count` is 0, returns 0 and writes nothing.
+ * more than the length of the whole text; a smaller buffer holds it cut and terminated. The bytes of
+ * `buf` behind the terminator are unspecified. When `count` is 0, returns 0 and writes nothing.
  */
 ORVEX_PARSE_API int format_delim_addr(char *buf, size_t buflen, const uint8_t *bytes,
                                       char delimiter, uint32_t count, char style);
