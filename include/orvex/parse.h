@@ -454,8 +454,8 @@ ORVEX_PARSE_API int parse_delim_dec_addr(const char *text, uint8_t *bytes, char 
                                          size_t errlen, uint32_t count);
 
 /*
- * Reads exactly `count` hexadecimal groups, written and separated as those of a MAC address. Outputs
- * and results are those of parse_delim_dec_addr.
+ * Reads exactly `count` hexadecimal groups, written and separated as those of a MAC address.
+ * Outputs and results are those of parse_delim_dec_addr.
  */
 ORVEX_PARSE_API int parse_delim_hex_addr(const char *text, uint8_t *bytes, char *errbuf,
                                          size_t errlen, uint32_t count);
@@ -463,8 +463,8 @@ ORVEX_PARSE_API int parse_delim_hex_addr(const char *text, uint8_t *bytes, char 
 /*
  * Writes `count` bytes with `delimiter` between them: two hexadecimal digits each when `style` is
  * 'x', decimal otherwise. 3 * `count` + 1 or 4 * `count` + 1 bytes hold every text. Returns one
- * more than the length of the whole text; a smaller buffer holds it cut and terminated. The bytes of
- * `buf` behind the terminator are unspecified. When `count` is 0, returns 0 and writes nothing.
+ * more than the length of the whole text; a smaller buffer holds it cut and terminated. The bytes
+ * of `buf` behind the terminator are unspecified. When `count` is 0, returns 0 and writes nothing.
  */
 ORVEX_PARSE_API int format_delim_addr(char *buf, size_t buflen, const uint8_t *bytes,
                                       char delimiter, uint32_t count, char style);
