@@ -14,9 +14,8 @@ using orvex_test::Guarded;
 
 int ask(const std::string &text)
 {
-    const std::vector<char> exact(text.c_str(), text.c_str() + text.size() + 1);
     errno = 77;
-    const int answer = is_interface_alias(exact.data());
+    const int answer = is_interface_alias(orvex_test::Exact(text));
     EXPECT_EQ(errno, 77);
     return answer;
 }

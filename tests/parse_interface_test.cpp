@@ -8,8 +8,10 @@
 
 namespace {
 
+using orvex_test::Exact;
 using orvex_test::Guarded;
 using orvex_test::Profile;
+using orvex_test::Row;
 
 std::string field_text(int32_t value)
 {
@@ -32,12 +34,11 @@ std::string record_text(const parsed_interface &record)
 // has both.
 std::string outcome(const std::string &name, uint32_t flags = 0, uint32_t mask = 0)
 {
-    const std::vector<char> text(name.c_str(), name.c_str() + name.size() + 1);  // of its exact size
     Guarded memory(sizeof(parsed_interface));
     Guarded error(4096);
     auto *const record = reinterpret_cast<parsed_interface *>(memory.data());
     errno = 77;
-    const int result = parse_interface(text.data(), flags, mask, record, error.data(), error.size());
+    const int result = parse_interface(Exact(name), flags, mask, record, error.data(), error.size());
     EXPECT_EQ(errno, 77);
     EXPECT_TRUE(memory.untouched() && error.untouched());
     const std::string message = error.untouched(true) ? "" : error.text();
@@ -45,14 +46,9 @@ std::string outcome(const std::string &name, uint32_t flags = 0, uint32_t mask =
     return std::to_string(result) + ' ' + message;
 }
 
-struct Row {
-    const char *name;
-    const char *expected;
-};
-
 void check(uint32_t flags, const std::vector<Row> &rows, uint32_t mask = 0)
 {
-    for (const Row &row : rows) EXPECT_EQ(outcome(row.name, flags, mask), row.expected) << row.name << " " << flags;
+    for (const Row &row : rows) EXPECT_EQ(outcome(row.text, flags, mask), row.expected) << row.text << " " << flags;
 }
 
 std::string refused(const std::string &message, const std::string &name) { return "-2 " + message + " '" + name + "'"; }
@@ -317,8 +313,8 @@ TEST(ParseInterface, ChassisPrefix)
     profile.install();
     // TEXT BUFFER-SIZE: what is left, the name, the length; or the message
     const auto strip = [](const std::string &text, size_t size) {
-        const std::vector<char> exact(text.c_str(), text.c_str() + text.size() + 1);
-        const char *at = exact.data();
+        const Exact exact(text);
+        const char *at = exact;
         Guarded buffer(size);
         Guarded error(1024);
         size_t length = 77;
@@ -329,7 +325,7 @@ TEST(ParseInterface, ChassisPrefix)
         const std::string name = size == 0 ? "" : buffer.text();
         if (result == 0) return std::string(at) + '|' + name + '|' + std::to_string(length);
         EXPECT_EQ(result, -1);
-        EXPECT_TRUE(at == exact.data() && length == 0);
+        EXPECT_TRUE(at == exact && length == 0);
         return error.text() + '|' + name;
     };
     EXPECT_EQ(strip("lcc0:eth-0/0/0", 200), "lcc0:eth-0/0/0||0");
