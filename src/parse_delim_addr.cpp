@@ -103,9 +103,17 @@ int read_hex_groups(const char *at, uint8_t *bytes, uint32_t count, uint32_t &gr
     return 0;
 }
 
-void clear_rest(uint8_t *bytes, uint32_t count, uint32_t used)
+using GroupReader = int(const char *, uint8_t *, uint32_t, uint32_t &, ErrorText);
+
+// Reads groups, and clears the bytes that they left.
+template <GroupReader read>
+int parse_groups(const char *text, uint8_t *bytes, uint32_t count, ErrorText error)
 {
-    if (used < count) std::memset(bytes + used, 0, count - used);
+    if (count == 0) return no_bytes;
+    uint32_t groups = 0;
+    const int result = read(text, bytes, count, groups, error);
+    if (groups < count) std::memset(bytes + groups, 0, count - groups);
+    return result;
 }
 
 }  // namespace
@@ -114,21 +122,13 @@ void clear_rest(uint8_t *bytes, uint32_t count, uint32_t used)
 int parse_delim_dec_addr(const char *text, uint8_t *bytes, char *errbuf, size_t errlen,
                          uint32_t count)
 {
-    if (count == 0) return orvex::no_bytes;
-    uint32_t groups = 0;
-    const int result = orvex::read_decimal_groups(text, bytes, count, groups, {errbuf, errlen});
-    orvex::clear_rest(bytes, count, groups);
-    return result;
+    return orvex::parse_groups<orvex::read_decimal_groups>(text, bytes, count, {errbuf, errlen});
 }
 
 int parse_delim_hex_addr(const char *text, uint8_t *bytes, char *errbuf, size_t errlen,
                          uint32_t count)
 {
-    if (count == 0) return orvex::no_bytes;
-    uint32_t groups = 0;
-    const int result = orvex::read_hex_groups(text, bytes, count, groups, {errbuf, errlen});
-    orvex::clear_rest(bytes, count, groups);
-    return result;
+    return orvex::parse_groups<orvex::read_hex_groups>(text, bytes, count, {errbuf, errlen});
 }
 
 int format_delim_addr(char *buf, size_t buflen, const uint8_t *bytes, char delimiter,
