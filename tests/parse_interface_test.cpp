@@ -167,47 +167,40 @@ TEST(ParseInterface, Ranges)
 
 TEST(ParseInterface, UnitsDependOnTypeProductAndAttributes)
 {
-    const auto highest = [](uint16_t product, const std::string &name) {
-        Profile profile;
-        profile.product_id = product;
-        profile.has_wide_vtnet_units = product == 3 ? 1 : 0;
-        profile.type("pe").flags = profile.type("pd").flags = profile.type("mt").flags = PARSE_IF_NO_SLOT;
-        profile.type("at").flags = PARSE_IF_NO_SLOT;
-        profile.install();
-        parse_pf_attrib = {1, 0, product == 4 ? 4095 : 0};
-        const auto last = [&](int32_t unit) { return outcome(name + '.' + std::to_string(unit)); };
-        EXPECT_EQ(last(1073741824).substr(0, 1), name.substr(0, 1));
-        EXPECT_EQ(last(1074003967).substr(0, 1), name.substr(0, 1));
-        EXPECT_EQ(last(1074003968), refused("unit number is not within the range 0-262143, 1073741824-1074003967 in",
-                                            name + ".1074003968"));
-        for (const int32_t max : {4095, 16385, 65535, 262143}) {
-            const std::string above = std::to_string(max + 1);
-            if (last(max + 1)[0] != '-') continue;
-            EXPECT_NE(last(max)[0], '-') << name << max;
-            EXPECT_EQ(last(max + 1),
-                      refused("unit number is larger than " + std::to_string(max) + " in", name + '.' + above));
-            return max;
+    constexpr int32_t large = 1073741823;
+    const auto expect = [](int32_t max, const std::string &name, const std::vector<uint16_t> &products) {
+        for (const uint16_t product : products) {
+            SCOPED_TRACE(name + " on " + std::to_string(product));
+            Profile profile;
+            profile.product_id = product;
+            profile.has_wide_vtnet_units = product == 3 ? 1 : 0;
+            for (const char *const type : {"pe", "pd", "mt", "at"}) profile.type(type).flags = PARSE_IF_NO_SLOT;
+            profile.install();
+            parse_pf_attrib = {1, 0, product == 4 ? 4095 : 0};
+            for (const int32_t unit : {max, 1073741824, 1074003967})
+                EXPECT_NE(outcome(name + '.' + std::to_string(unit))[0], '-') << unit;
+            const std::string above = name + '.' + std::to_string(max + 1);
+            if (max != large) {
+                EXPECT_EQ(outcome(above), refused("unit number is larger than " + std::to_string(max) + " in", above));
+            }
+            EXPECT_EQ(outcome(name + ".1074003968"),
+                      refused("unit number is not within the range 0-262143, 1073741824-1074003967 in",
+                              name + ".1074003968"));
         }
-        return last(1073741823)[0] != '-' ? 1073741823 : -1;
     };
-    for (const char *name : {"demux0", "pe", "pd", "mt", "pp0"}) EXPECT_EQ(highest(1, name), 1073741823) << name;
+    for (const char *name : {"demux0", "pe", "pd", "mt", "pp0"}) expect(large, name, {1});
     for (const char *name : {"ae0", "at", "irb", "vtnet0"}) {
-        EXPECT_EQ(highest(1, name), 16385) << name;
-        EXPECT_EQ(highest(268, name), 1073741823) << name;
+        expect(16385, name, {1});
+        expect(large, name, {268});
     }
-    EXPECT_EQ(highest(3, "vtnet0"), 262143);
-    EXPECT_EQ(highest(4, "at"), 4095);
-    EXPECT_EQ(highest(170, "at"), 1073741823);
-    EXPECT_EQ(highest(170, "irb"), 65535);
-    EXPECT_EQ(highest(170, "ae0"), 16385);
+    expect(262143, "vtnet0", {3});
+    expect(4095, "at", {4});
+    expect(large, "at", {170});
     // The edges of the sets, beside them and beyond the last.
-    const auto expect = [&](const std::string &name, int32_t max, const std::vector<uint16_t> &products) {
-        for (const uint16_t product : products) EXPECT_EQ(highest(product, name), max) << name << product;
-    };
-    expect("ae0", 1073741823, {84, 142, 148, 157, 160, 178, 204, 253});
-    expect("ae0", 16385, {83, 85, 141, 149, 156, 161, 179, 205, 254, 269, 319, 320, 65535});
-    expect("irb", 65535, {21, 88, 89, 120, 123, 149, 152, 215, 218, 230});
-    expect("irb", 16385, {20, 87, 90, 119, 124, 153, 214, 219, 231});
+    expect(large, "ae0", {84, 142, 148, 157, 160, 178, 204, 253});
+    expect(16385, "ae0", {83, 85, 141, 149, 156, 161, 170, 179, 205, 254, 269, 319, 320, 65535});
+    expect(65535, "irb", {21, 88, 89, 120, 123, 149, 152, 170, 215, 218, 230});
+    expect(16385, "irb", {20, 87, 90, 119, 124, 153, 214, 219, 231});
 
     Profile profile;
     profile.install();
