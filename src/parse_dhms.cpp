@@ -157,7 +157,8 @@ Fault decode_hhmmss(const char *&at, uint64_t &total)
     const unsigned digit = digit_of<10>(*++at);
     if (digit > 9) return true;
     value = value * 10 + digit;
-    return digit_of<10>(*++at) > 9;
+    ++at;
+    return true;
 }
 
 // "1:30" or "1:02:03" with short fields in range, as nearly every time is; decode_hhmmss reads it

@@ -55,6 +55,7 @@ TEST(ParseInetvpnRd, FormsAndRefusals)
              {cut, "0 00000001 00000000"},
              {std::string(127, '0') + "1:7", "0 00000001 00000000"},
              {"65536:1", out_of_range(as, "'65536' not in range 1 to 65535")},
+             {"0:1", out_of_range(as, "'0' not in range 1 to 65535")},
              {"0:x", out_of_range(as, "'0' not in range 1 to 65535")},
              {":1", out_of_range(as, "'0' not in range 1 to 65535")},
              {"4200000000L:65536", out_of_range(number, "'65536' not in range 0 to 65535")},

@@ -37,7 +37,8 @@ TEST(ParseIsoSysid, GroupsAndRefusals)
          {"-1 Unexpected character in system-id 'x'", {"0xg.1.1"}},
          {"-1 Unexpected number of hex characters in system-id", {"12345.1.1", "123456789abc", "-1.1.1"}}},
         [](const std::string &text) { return outcome(text.c_str()); });
-    for (const int size : {1, 5}) EXPECT_EQ(outcome("1.2.3", size), "-1 Passed sysid size too small");
+    for (const char *text : {"1.2.3", "0x1.2.3"})
+        for (const int size : {1, 5}) EXPECT_EQ(outcome(text, size), "-1 Passed sysid size too small");
     for (const int size : {0, -1, 7}) EXPECT_EQ(outcome("1.2.3", size), "000100020003");
 }
 
