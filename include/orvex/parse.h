@@ -516,7 +516,8 @@ ORVEX_PARSE_API int parse_is_iso_sysid(const char *text);
 
 /*
  * Reads an ISO system identifier (ISO/IEC 10589), "1921.6800.1001": three hexadecimal groups of 16
- * bits. A group may have white space, a sign or "0x" in front; the text has at most 14 characters.
+ * bits. A group may have white space, a sign or "0x" in front, and leading zeros; the text has at
+ * most 14 characters.
  *
  * `sysid`  receives 6 bytes, or null, when the text is only checked; on failure it may hold part.
  * `size`   the size of `sysid`; 1 to 5 are refused, any other value stands for 6 or more.
@@ -554,17 +555,18 @@ ORVEX_PARSE_API int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t 
 
 /*
  * Reads an Ethernet Segment Identifier (RFC 7432 section 5): ten hexadecimal octets with ":"
- * between them, of which "::" may stand for one run of zeros. Mind that the mode is last.
+ * between them, of which "::" may stand for one run of zeros. An octet may have one digit, and
+ * leading zeros. Mind that the mode is last.
  *
- * `esi`  receives 10 bytes; untouched on failure.
+ * `esi`  receives 10 bytes, must not be null; untouched on failure.
  * Returns 0, or -1 on failure.
  */
 ORVEX_PARSE_API int parse_esi(const char *text, uint8_t *esi, char *errbuf, size_t errlen,
                               int mode);
 
 /*
- * Writes "00:11:22:33:44:55:66:77:88:99" and returns 29. A smaller buffer holds the text cut and
- * terminated; then its size is returned.
+ * Writes "00:11:22:33:44:55:66:77:88:99" and returns 29. A buffer too small holds the text cut and
+ * terminated, unless its size is 0; then its size is returned.
  */
 ORVEX_PARSE_API int format_esi(char *buf, size_t buflen, const uint8_t *esi);
 
