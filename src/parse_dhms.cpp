@@ -22,8 +22,9 @@ struct Unit {
     uint32_t ten_thousandths;
 };
 
-// In the order of the first letters. The first name that matches counts.
-constexpr std::array<Unit, 9> dhms_units = {{
+// The first name that matches counts; names with the same first letter stand together. No name
+// begins as the last entry does.
+constexpr std::array<Unit, 10> dhms_units = {{
     {"cftn", 120960, 0},
     {"d", 86400, 0},
     {"ftn", 1209600, 0},
@@ -33,23 +34,24 @@ constexpr std::array<Unit, 9> dhms_units = {{
     {"s", 1, 0},
     {"uftn", 0, 12096},
     {"w", 604800, 0},
+    {"", 0, 0},
 }};
 
 constexpr bool hides_a_later_name()
 {
-    for (size_t i = 0; i < dhms_units.size(); ++i)
+    for (size_t i = 0; i + 1 < dhms_units.size(); ++i)
         for (size_t j = i + 1; j < dhms_units.size(); ++j)
             if (std::string_view(dhms_units[j].name).starts_with(dhms_units[i].name)) return true;
     return false;
 }
 static_assert(!hides_a_later_name());
 
-// Where the names with each first letter begin; the next letter's begin where they end.
-constexpr std::array<uint8_t, 27> first_units = [] {
-    std::array<uint8_t, 27> first{};
-    for (const Unit &unit : dhms_units)
-        for (auto letter = static_cast<size_t>(unit.name[0] - 'a') + 1; letter < 27; ++letter)
-            ++first[letter];
+// Where the names with each letter begin.
+constexpr std::array<uint8_t, 26> first_units = [] {
+    std::array<uint8_t, 26> first{};
+    first.fill(dhms_units.size() - 1);
+    for (size_t i = dhms_units.size() - 1; i-- > 0;)
+        first[static_cast<size_t>(dhms_units[i].name[0] - 'a')] = static_cast<uint8_t>(i);
     return first;
 }();
 
@@ -64,14 +66,13 @@ const Unit *find_unit(const char *&at)
 {
     const char first = lower(*at);
     if (!is_ascii_lower(first)) return nullptr;
-    const auto letter = static_cast<size_t>(first - 'a');
-    for (size_t i = first_units[letter]; i < first_units[letter + 1]; ++i) {
-        const Unit &unit = dhms_units[i];
+    const Unit *unit = &dhms_units[first_units[static_cast<size_t>(first - 'a')]];
+    for (; unit->name[0] == first; ++unit) {
         size_t length = 1;
-        while (unit.name[length] != '\0' && lower(at[length]) == unit.name[length]) ++length;
-        if (unit.name[length] != '\0') continue;
+        while (unit->name[length] != '\0' && lower(at[length]) == unit->name[length]) ++length;
+        if (unit->name[length] != '\0') continue;
         at += length;
-        return &unit;
+        return unit;
     }
     return nullptr;
 }
@@ -86,15 +87,21 @@ bool dhms_add(uint64_t value, uint64_t &total)
 }
 
 // The seconds of a number of units, cut to whole ones; false when the product leaves 64 bits.
+[[gnu::noinline]] bool multiply_fraction(uint64_t number, uint32_t ten_thousandths,
+                                         uint64_t &seconds)
+{
+    const uint64_t rest = number % per_second * ten_thousandths;
+    if (__builtin_mul_overflow(number / per_second, uint64_t{ten_thousandths}, &seconds))
+        return false;
+    if (!dhms_add(rest / per_second, seconds)) return false;
+    return seconds != UINT64_MAX || rest % per_second == 0;
+}
+
 bool multiply(uint64_t number, const Unit &unit, uint64_t &seconds)
 {
     if (unit.whole_seconds != 0)
         return !__builtin_mul_overflow(number, uint64_t{unit.whole_seconds}, &seconds);
-    const uint64_t rest = number % per_second * unit.ten_thousandths;
-    if (__builtin_mul_overflow(number / per_second, uint64_t{unit.ten_thousandths}, &seconds))
-        return false;
-    if (!dhms_add(rest / per_second, seconds)) return false;
-    return seconds != UINT64_MAX || rest % per_second == 0;
+    return multiply_fraction(number, unit.ten_thousandths, seconds);
 }
 
 // Reads decimal digits; false when they leave 64 bits.

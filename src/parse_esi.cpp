@@ -86,16 +86,7 @@ Refusal expand(Octets &octets)
     return nullptr;
 }
 
-[[gnu::noinline]] Refusal read_any_esi(const char *text, Esi &esi)
-{
-    Octets octets;
-    Refusal refusal = read_octets(text, octets);
-    if (refusal == nullptr) refusal = expand(octets);
-    esi = octets.bytes;
-    return refusal;
-}
-
-// Ten octets of two digits, as nearly every text is; read_any_esi reads it to the same.
+// Ten octets of two digits, as nearly every text is; parse_any_esi reads it to the same.
 bool read_plain_esi(const char *at, Esi &esi)
 {
     // Whole words reach the caller faster than bytes that were stored one by one.
@@ -114,15 +105,28 @@ bool read_plain_esi(const char *at, Esi &esi)
     return true;
 }
 
-Refusal check_mode(const Esi &esi, int mode)
+inline Refusal check_mode(const Esi &esi, int mode)
 {
-    const bool is_uniform =
-        std::all_of(esi.begin(), esi.end(), [&esi](uint8_t byte) { return byte == esi.front(); });
-    if (is_uniform && (esi.front() == 0 || esi.front() == 0xff))
-        return mode == PARSE_ESI_RESERVED_OK ? nullptr : "ESI value is reserved";
-    return mode == PARSE_ESI_USER_DEFINED && esi.front() != 0
+    const uint8_t type = esi.front();
+    const bool is_reserved =
+        (type == 0 || type == 0xff) &&
+        std::all_of(esi.begin(), esi.end(), [type](uint8_t byte) { return byte == type; });
+    if (is_reserved) return mode == PARSE_ESI_RESERVED_OK ? nullptr : "ESI value is reserved";
+    return mode == PARSE_ESI_USER_DEFINED && type != 0
                ? "The first octet of a user-defined ESI must be 0"
                : nullptr;
+}
+
+// Reads any text.
+[[gnu::noinline]] int parse_any_esi(const char *text, uint8_t *esi, int mode, ErrorText error)
+{
+    Octets octets;
+    Refusal refusal = read_octets(text, octets);
+    if (refusal == nullptr) refusal = expand(octets);
+    if (refusal == nullptr) refusal = check_mode(octets.bytes, mode);
+    if (refusal != nullptr) return refuse(error, keep_errno, -1, "%s", refusal);
+    std::copy(octets.bytes.begin(), octets.bytes.end(), esi);
+    return 0;
 }
 
 }  // namespace
@@ -132,9 +136,8 @@ int parse_esi(const char *text, uint8_t *esi, char *errbuf, size_t errlen, int m
 {
     using namespace orvex;
     Esi bytes;
-    Refusal refusal = read_plain_esi(text, bytes) ? nullptr : read_any_esi(text, bytes);
-    if (refusal == nullptr) refusal = check_mode(bytes, mode);
-    if (refusal != nullptr) return refuse({errbuf, errlen}, keep_errno, -1, "%s", refusal);
+    if (!read_plain_esi(text, bytes) || check_mode(bytes, mode) != nullptr)
+        return parse_any_esi(text, esi, mode, {errbuf, errlen});
     std::copy(bytes.begin(), bytes.end(), esi);
     return 0;
 }
