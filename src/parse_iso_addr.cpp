@@ -39,8 +39,8 @@ int refuse_character(const Reading &reading)
                   reading.noun);
 }
 
-// "49.0001.2": bytes of two digits with "." between them; a last digit may stand alone. Moves `at`
-// to where they end.
+// "49.0001.2": bytes of two digits with "." between them; a last digit may stand alone. Moves
+// `text` to where they end.
 int read_bytes(Reading &reading, const char *&text)
 {
     uint8_t *const bytes = reading.bytes;
