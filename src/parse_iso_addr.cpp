@@ -142,19 +142,19 @@ int parse_is_iso_addr(const char *text)
 {
     constexpr size_t least_digits = 16;
     constexpr size_t least_dots = 4;
-    const char *at = text;
+    size_t digits = 0;
     size_t dots = 0;
     size_t slashes = 0;
-    for (; *at != '\0'; ++at) {
-        if (orvex::is_hex_digit(*at)) continue;
-        if (*at == '.')
+    for (; *text != '\0'; ++text) {
+        if (orvex::is_hex_digit(*text))
+            ++digits;
+        else if (*text == '.')
             ++dots;
-        else if (*at == '/')
+        else if (*text == '/')
             ++slashes;
         else
             return 0;
     }
-    const size_t digits = static_cast<size_t>(at - text) - dots - slashes;
     return slashes <= 1 && dots >= least_dots && digits >= least_digits ? 1 : 0;
 }
 

@@ -14,6 +14,11 @@ constexpr uint32_t load_be32(const uint8_t *bytes)
     return uint32_t{bytes[0]} << 24 | uint32_t{bytes[1]} << 16 | uint32_t{bytes[2]} << 8 | bytes[3];
 }
 
+constexpr uint64_t load_be64(const uint8_t *bytes)
+{
+    return uint64_t{load_be32(bytes)} << 32 | load_be32(bytes + 4);
+}
+
 constexpr void store_be16(uint8_t *bytes, uint32_t value)
 {
     bytes[0] = static_cast<uint8_t>(value >> 8);
