@@ -579,14 +579,18 @@ struct atmvpn_address {
     uint8_t address[23]; /* what the text does not give is zero */
 };
 
-/* Tells whether "::" stands two or three times in a text, not counting its start. */
+/*
+ * Tells whether "::" stands two or three times in a text, not counting its start. Three colons in a
+ * row count once, four twice. Returns 1 or 0.
+ */
 ORVEX_PARSE_API int parse_is_atmvpn(const char *text);
 
 /*
  * Reads an ATM VPN address, rd::type::address or rd::type::address/length, as in
  * "65000:1::5::10.1.2.3/32". The address is bytes (decimal, octal or hexadecimal as in C) and IPv4
- * addresses with ":" between them; one empty component stands for the zeros that fill it up. The
- * first 129 characters of the text count.
+ * addresses with ":" between them. One empty component, also as ":::", stands for the zeros that
+ * fill it up; one at the end stands for nothing, and is refused behind another. The first 129
+ * characters of the text count, but parse_is_atmvpn must hold for all of it.
  *
  * `record`  receives the address; may be null. On failure it may be written in part.
  * `pfxlen`  receives the prefix length over the whole key: 72 (route distinguisher and type) more
