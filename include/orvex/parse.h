@@ -608,6 +608,8 @@ ORVEX_PARSE_API int parse_atmvpn(const char *text, struct atmvpn_address *record
  * of seconds ("90"), numbers with units ("1d2h30m"), or a time ("1:30" is minutes and seconds,
  * "1:00:00" hours too). Units, in any case: s, m, h, d, w, ftn (14 days), cftn (120960 s), mftn
  * (1209.6 s) and uftn (1.2096 s); a pair's fraction of a second is dropped.
+ * Numbers and their sum have 64 bits and are refused beyond them. In a time, hours are at most 23,
+ * minutes and seconds 59, and an empty field is 0.
  *
  * `seconds`  receives the total, which must lie from `min` to `max`; untouched on failure.
  * Returns 1, or 0 on failure.
