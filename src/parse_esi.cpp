@@ -1,8 +1,6 @@
 #include <orvex/parse.h>
 
-#include <algorithm>
 #include <array>
-#include <cstring>
 
 #include "support/bytes.h"
 #include "support/digits.h"
@@ -14,11 +12,10 @@ namespace orvex {
 namespace {
 
 constexpr size_t esi_size = 10;
-using Esi = std::array<uint8_t, esi_size>;
 
 // Octets as they are read, and where a "::" stands among them.
 struct Octets {
-    Esi bytes{};
+    std::array<uint8_t, esi_size> bytes{};
     size_t count = 0;
     size_t gap = esi_size + 1;  // not seen
 
