@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "parse_interface.h"
+#include "interface/parse_interface.h"
 
 namespace orvex_test {
 

@@ -1,0 +1,27 @@
+#ifndef ORVEX_TEXT_ERROR_TEXT_H
+#define ORVEX_TEXT_ERROR_TEXT_H
+
+#include <cstddef>
+
+namespace orvex {
+
+// Results of the address parsers besides 0.
+constexpr int not_this_form = -1;
+constexpr int rule_broken = -2;
+
+// The caller's error buffer; `buf` may be null.
+struct ErrorText {
+    char *buf;
+    size_t len;
+};
+
+constexpr int keep_errno = 0;
+
+// Writes a message, sets errno unless `error_number` is keep_errno, and returns `result`. The
+// message is cut to the buffer and terminated. Conversions: %s %c %d %u %lu %zu %ju %%.
+[[gnu::noinline, gnu::format(printf, 4, 5)]] int refuse(ErrorText error, int error_number,
+                                                        int result, const char *format, ...);
+
+}  // namespace orvex
+
+#endif

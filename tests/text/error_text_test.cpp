@@ -1,0 +1,31 @@
+#include "text/error_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdint>
+
+#include "support/guarded.h"
+
+namespace {
+
+using orvex::refuse;
+
+// Every conversion, as printf writes it, in every size of buffer.
+TEST(ErrorText, WritesAsPrintfInEverySize)
+{
+    const std::string whole = "text|c|-2147483648|7|4294967295|0|18446744073709551615|%|";
+    for (size_t size = 0; size <= whole.size() + 2; ++size) {
+        orvex_test::Guarded buffer(size);
+        errno = 77;
+        EXPECT_EQ(
+            refuse({buffer.data(), size}, size % 2 == 0 ? EINVAL : orvex::keep_errno, -2,
+                   "%s|%c|%d|%d|%u|%lu|%ju|%%|%s", "text", 'c', -2147483647 - 1, 7, 4294967295U, 0UL, UINTMAX_MAX, ""),
+            -2);
+        EXPECT_EQ(errno, size % 2 == 0 ? EINVAL : 77);
+        EXPECT_TRUE(buffer.untouched() && (size == 0 || buffer.text() == whole.substr(0, size - 1))) << size;
+    }
+    refuse({nullptr, 8}, ERANGE, -1, "%s", "silent");
+}
+
+}  // namespace
