@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "text/target_numbers.h"
+#include "old/target_numbers.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "text/error_text.h"
-#include "text/name_characters.h"
-#include "text/target_numbers.h"
+#include "old/name_characters.h"
+#include "old/target_numbers.h"
 
 namespace orvex {
 namespace {

@@ -10,8 +10,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "text/name_characters.h"
-#include "text/target_numbers.h"
+#include "old/name_characters.h"
+#include "old/target_numbers.h"
 
 namespace orvex {
 namespace {

@@ -11,9 +11,9 @@
 #include "interface/parse_pf_attrib.h"
 #include "text/error_text.h"
 #include "text/insist.h"
-#include "text/name_characters.h"
-#include "text/plain_numbers.h"
-#include "text/target_numbers.h"
+#include "old/name_characters.h"
+#include "old/plain_numbers.h"
+#include "old/target_numbers.h"
 
 static_assert(sizeof(parsed_interface) == 120);
 static_assert(offsetof(parsed_interface, fpc) == 60);

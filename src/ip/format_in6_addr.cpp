@@ -4,7 +4,7 @@
 #include <array>
 #include <cstring>
 
-#include "text/digits.h"
+#include "old/digits.h"
 
 namespace orvex {
 namespace {

@@ -4,9 +4,9 @@
 #include <cerrno>
 #include <cstring>
 
-#include "text/digits.h"
+#include "old/digits.h"
 #include "text/insist.h"
-#include "text/text_writer.h"
+#include "old/text_writer.h"
 
 namespace orvex {
 namespace {

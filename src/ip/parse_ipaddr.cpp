@@ -8,12 +8,12 @@
 #include <cstring>
 #include <span>
 
-#include "text/bytes.h"
-#include "text/digits.h"
+#include "old/bytes.h"
+#include "old/digits.h"
 #include "text/error_text.h"
 #include "text/insist.h"
-#include "text/plain_numbers.h"
-#include "text/target_numbers.h"
+#include "old/plain_numbers.h"
+#include "old/target_numbers.h"
 
 namespace orvex {
 namespace {

@@ -4,10 +4,10 @@
 #include <array>
 #include <cstring>
 
-#include "text/digits.h"
+#include "old/digits.h"
 #include "text/error_text.h"
-#include "text/target_numbers.h"
-#include "text/text_writer.h"
+#include "old/target_numbers.h"
+#include "old/text_writer.h"
 
 namespace orvex {
 namespace {

@@ -4,9 +4,9 @@
 #include <array>
 #include <cstring>
 
-#include "text/digits.h"
+#include "old/digits.h"
 #include "text/error_text.h"
-#include "text/hex_group.h"
+#include "old/hex_group.h"
 
 namespace orvex {
 namespace {

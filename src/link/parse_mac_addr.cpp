@@ -2,10 +2,10 @@
 
 #include <cstring>
 
-#include "text/digits.h"
+#include "old/digits.h"
 #include "text/error_text.h"
-#include "text/hex_group.h"
-#include "text/text_writer.h"
+#include "old/hex_group.h"
+#include "old/text_writer.h"
 
 namespace orvex {
 namespace {

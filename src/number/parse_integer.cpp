@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-#include "text/target_numbers.h"
+#include "old/target_numbers.h"
 
 namespace orvex {
 namespace {

@@ -1,3 +1,4 @@
+// Bytes in network order, and questions about their bits.
 #ifndef ORVEX_TEXT_BYTES_H
 #define ORVEX_TEXT_BYTES_H
 
@@ -9,20 +10,42 @@
 
 namespace orvex {
 
-constexpr uint32_t load_be32(const uint8_t *bytes)
+constexpr size_t ipv4_size = 4;
+constexpr size_t ipv6_size = 16;
+constexpr uint32_t ipv4_bits = 32;
+constexpr uint32_t ipv6_bits = 128;
+
+template <typename Word>
+Word load_native(const uint8_t *bytes)
 {
-    return uint32_t{bytes[0]} << 24 | uint32_t{bytes[1]} << 16 | uint32_t{bytes[2]} << 8 | bytes[3];
+    Word word;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
 }
 
-constexpr uint64_t load_be64(const uint8_t *bytes)
+inline uint32_t load_be16(const uint8_t *bytes)
 {
-    return uint64_t{load_be32(bytes)} << 32 | load_be32(bytes + 4);
+    const auto word = load_native<uint16_t>(bytes);
+    return std::endian::native == std::endian::little ? __builtin_bswap16(word) : word;
 }
 
-constexpr void store_be16(uint8_t *bytes, uint32_t value)
+inline uint32_t load_be32(const uint8_t *bytes)
 {
-    bytes[0] = static_cast<uint8_t>(value >> 8);
-    bytes[1] = static_cast<uint8_t>(value);
+    const auto word = load_native<uint32_t>(bytes);
+    return std::endian::native == std::endian::little ? __builtin_bswap32(word) : word;
+}
+
+inline uint64_t load_be64(const uint8_t *bytes)
+{
+    const auto word = load_native<uint64_t>(bytes);
+    return std::endian::native == std::endian::little ? __builtin_bswap64(word) : word;
+}
+
+inline void store_be16(uint8_t *bytes, uint32_t value)
+{
+    auto word = static_cast<uint16_t>(value);
+    if constexpr (std::endian::native == std::endian::little) word = __builtin_bswap16(word);
+    std::memcpy(bytes, &word, sizeof word);
 }
 
 inline void store_be32(uint8_t *bytes, uint32_t value)
@@ -37,13 +60,36 @@ inline void store_be64(uint8_t *bytes, uint64_t value)
     std::memcpy(bytes, &value, sizeof value);
 }
 
-// Moves the bytes from `gap` to `count` to the end of an array, and leaves zeros where they stood.
-template <size_t size>
-void fill_gap(std::array<uint8_t, size> &bytes, size_t gap, size_t count)
+// Whether every byte is zero.
+inline bool all_zero(const uint8_t *bytes, size_t count)
 {
-    const size_t tail = count - gap;
-    std::memmove(bytes.data() + size - tail, bytes.data() + gap, tail);
-    std::memset(bytes.data() + gap, 0, size - count);
+    uint8_t bits = 0;
+    for (size_t i = 0; i < count; ++i) bits |= bytes[i];
+    return bits == 0;
+}
+
+// Whether every bit of `count` bytes after the first `length` bits is zero.
+inline bool bits_after_are_zero(const uint8_t *bytes, size_t count, size_t length)
+{
+    const size_t whole = length / 8;
+    if (whole >= count) return true;
+    if ((bytes[whole] & 0xffU >> length % 8) != 0) return false;
+    return all_zero(bytes + whole + 1, count - whole - 1);
+}
+
+// Bytes with room for as many again: whole blocks are copied, which is quicker than their parts.
+template <size_t size>
+using GapBytes = std::array<uint8_t, 2 * size>;
+
+// Moves the bytes from `gap` to `count` to the end of the first `size` bytes, and puts zeros where
+// they were.
+template <size_t size>
+void fill_gap(GapBytes<size> &bytes, size_t gap, size_t count)
+{
+    std::array<uint8_t, size> tail;
+    std::memcpy(tail.data(), bytes.data() + gap, size);
+    std::memset(bytes.data() + gap, 0, size);
+    std::memcpy(bytes.data() + size - (count - gap), tail.data(), size);
 }
 
 }  // namespace orvex

@@ -1,63 +1,71 @@
-// Digit tables for formatters, and the writers that use them. A writer stores whole table entries:
-// its comment says how many bytes it may touch.
+// Digit tables for formatters, and the writers that use them. A writer's comment says which bytes
+// after its text it may touch: what follows in the text overwrites them.
 #ifndef ORVEX_TEXT_DIGITS_H
 #define ORVEX_TEXT_DIGITS_H
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
 namespace orvex {
 
-struct OctetTexts {
-    std::array<std::array<char, 4>, 256> plain{};   // "7.", "42.", "255."
-    std::array<std::array<char, 4>, 256> padded{};  // "007.", "042.", "255."
-    std::array<uint8_t, 256> plain_length{};        // digits of the plain text
+// The text of an octet, then its terminator and the number of its digits.
+struct OctetText {
+    std::array<char, 4> digits;  // "7", "42", "255"
+    std::array<char, 2> last;    // the last digit and the terminator
+    uint8_t length;
 };
 
-constexpr OctetTexts make_octet_texts()
-{
-    OctetTexts texts;
-    for (unsigned value = 0; value < 256; ++value) {
-        const std::array<char, 3> digits = {static_cast<char>('0' + value / 100),
-                                            static_cast<char>('0' + value / 10 % 10),
-                                            static_cast<char>('0' + value % 10)};
-        texts.padded[value] = {digits[0], digits[1], digits[2], '.'};
-        const size_t first = value >= 100 ? 0 : value >= 10 ? 1 : 2;
-        size_t length = 0;
-        for (size_t i = first; i < digits.size(); ++i) texts.plain[value][length++] = digits[i];
-        texts.plain[value][length] = '.';
-        texts.plain_length[value] = static_cast<uint8_t>(length);
+inline constexpr std::array<OctetText, 256> octet_texts = [] {
+    std::array<OctetText, 256> texts{};
+    for (unsigned value = 0; value < texts.size(); ++value) {
+        OctetText &text = texts[value];
+        if (value >= 100) text.digits[text.length++] = static_cast<char>('0' + value / 100);
+        if (value >= 10) text.digits[text.length++] = static_cast<char>('0' + value / 10 % 10);
+        text.last[0] = static_cast<char>('0' + value % 10);
+        text.digits[text.length++] = text.last[0];
     }
     return texts;
-}
+}();
 
-inline constexpr OctetTexts octet_texts = make_octet_texts();
-
-// Writes an octet and a "." behind it, four bytes at the most; answers where the "." stands.
+// Writes an octet that more text follows: at least a separator, a digit and the terminator. May
+// touch three bytes after the octet.
 inline char *put_octet(char *at, uint8_t value)
 {
-    std::memcpy(at, octet_texts.plain[value].data(), 4);
-    return at + octet_texts.plain_length[value];
+    const OctetText &text = octet_texts[value];
+    std::memcpy(at, text.digits.data(), 4);
+    return at + text.length;
 }
 
-// As put_octet, always with three digits.
+// Writes an octet and a terminator, and touches nothing else.
+inline char *put_last_octet(char *at, uint8_t value)
+{
+    const OctetText &text = octet_texts[value];
+    std::memcpy(at, text.digits.data(), 2);
+    at += text.length;
+    std::memcpy(at - 1, text.last.data(), 2);
+    return at;
+}
+
+// Writes an octet with three digits.
 inline char *put_padded_octet(char *at, uint8_t value)
 {
-    std::memcpy(at, octet_texts.padded[value].data(), 4);
+    at[0] = static_cast<char>('0' + value / 100);
+    at[1] = static_cast<char>('0' + value / 10 % 10);
+    at[2] = octet_texts[value].last[0];
     return at + 3;
 }
 
-// Writes four octets joined by "." and a "." behind them, 16 bytes at the most; answers where the
-// last "." stands. `put` is one of the two writers above.
-template <char *put(char *, uint8_t)>
-char *put_dotted_quad(char *at, const uint8_t *bytes)
+// Writes four octets joined by ".", and a terminator.
+inline char *put_dotted_quad(char *at, const uint8_t *bytes)
 {
-    at = put(at, bytes[0]) + 1;
-    at = put(at, bytes[1]) + 1;
-    at = put(at, bytes[2]) + 1;
-    return put(at, bytes[3]);
+    for (int i = 0; i < 3; ++i) {
+        at = put_octet(at, bytes[i]);
+        *at++ = '.';
+    }
+    return put_last_octet(at, bytes[3]);
 }
 
 inline constexpr std::array<std::array<char, 2>, 256> hex_byte_texts = [] {
@@ -69,28 +77,43 @@ inline constexpr std::array<std::array<char, 2>, 256> hex_byte_texts = [] {
     return texts;
 }();
 
-// Writes a byte as two lower-case hexadecimal digits; answers the position behind them.
+// Writes a byte as two lower-case hexadecimal digits.
 inline char *put_hex_byte(char *at, uint8_t value)
 {
     std::memcpy(at, hex_byte_texts[value].data(), 2);
     return at + 2;
 }
 
-// Writes a 16-bit value in hexadecimal without leading zeros, four digits at the most; answers the
-// position behind them.
-inline char *put_hex_group(char *at, unsigned value)
+// How many hexadecimal digits a 16-bit value has without leading zeros.
+inline unsigned hex_group_length(uint32_t value)
 {
-    int shift = value > 0xfff ? 12 : value > 0xff ? 8 : value > 0xf ? 4 : 0;
-    for (; shift >= 0; shift -= 4) *at++ = hex_byte_texts[value >> shift & 0xf][1];
-    return at;
+    return (static_cast<unsigned>(std::bit_width(value | 1)) + 3) / 4;
 }
 
-// Room that put_decimal needs for any value.
+// Writes a 16-bit value in hexadecimal without leading zeros. More text follows: at least a
+// separator, a character and the terminator. May touch three bytes after the group.
+inline char *put_hex_group(char *at, uint32_t value)
+{
+    const unsigned length = hex_group_length(value);
+    value <<= 4 * (4 - length);
+    put_hex_byte(at, static_cast<uint8_t>(value >> 8));
+    put_hex_byte(at + 2, static_cast<uint8_t>(value));
+    return at + length;
+}
+
+// As put_hex_group, and touches nothing after the group.
+inline char *put_last_hex_group(char *at, uint32_t value)
+{
+    char *const end = at + hex_group_length(value);
+    for (char *digit = end; digit != at; value >>= 4) *--digit = hex_byte_texts[value & 0xf][1];
+    return end;
+}
+
+// Room that put_decimal needs for any value, without the terminator.
 constexpr size_t decimal_room = 10;
 
-// Writes a number in decimal with at least `width` digits, at most decimal_room, and answers the
-// position behind them.
-inline char *put_decimal(char *at, uint32_t value, size_t width = 1)
+// Writes a number in decimal with at least `width` digits, at most decimal_room.
+inline char *put_long_decimal(char *at, uint32_t value, size_t width = 1)
 {
     std::array<char, decimal_room> digits;
     size_t first = digits.size();
@@ -102,6 +125,16 @@ inline char *put_decimal(char *at, uint32_t value, size_t width = 1)
     const size_t length = digits.size() - first;
     std::memcpy(at, digits.data() + first, length);
     return at + length;
+}
+
+// Writes a number in decimal, and a terminator.
+inline char *put_decimal(char *at, uint32_t value)
+{
+    if (value <= UINT8_MAX) [[likely]]
+        return put_last_octet(at, static_cast<uint8_t>(value));
+    at = put_long_decimal(at, value);
+    *at = '\0';
+    return at;
 }
 
 }  // namespace orvex

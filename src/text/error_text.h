@@ -1,7 +1,11 @@
+// Messages for the operator, and the results that go with them.
 #ifndef ORVEX_TEXT_ERROR_TEXT_H
 #define ORVEX_TEXT_ERROR_TEXT_H
 
+#include <algorithm>
+#include <climits>
 #include <cstddef>
+#include <string_view>
 
 namespace orvex {
 
@@ -18,9 +22,15 @@ struct ErrorText {
 constexpr int keep_errno = 0;
 
 // Writes a message, sets errno unless `error_number` is keep_errno, and returns `result`. The
-// message is cut to the buffer and terminated. Conversions: %s %c %d %u %lu %zu %ju %%.
+// message is cut to the buffer and terminated. Conversions: %s %.*s %c %d %u %lu %zu %ju %%.
 [[gnu::noinline, gnu::format(printf, 4, 5)]] int refuse(ErrorText error, int error_number,
                                                         int result, const char *format, ...);
+
+// The precision of a "%.*s" that prints `text`.
+constexpr int precision(std::string_view text)
+{
+    return static_cast<int>(std::min(text.size(), size_t{INT_MAX}));
+}
 
 }  // namespace orvex
 

@@ -1,3 +1,4 @@
+// How formatters write into a caller's buffer, whatever size the caller states.
 #ifndef ORVEX_TEXT_TEXT_WRITER_H
 #define ORVEX_TEXT_TEXT_WRITER_H
 
@@ -8,71 +9,28 @@
 
 namespace orvex {
 
-// Appends pieces of text to a caller's buffer and keeps it terminated. A piece that does not fit
-// with its terminator is cut and uses up the whole room, so that nothing follows it. A buffer of
-// size 0 is never written and counts as overflowed.
-class TextWriter {
-   public:
-    TextWriter(char *buf, size_t buflen) : at_(buf), room_(buflen), size_(buflen)
-    {
-        if (room_ > 0) *at_ = '\0';
-    }
-
-    // Returns what the piece used up: its length, or the room when it was cut.
-    size_t put(const char *text, size_t length)
-    {
-        if (length >= room_) [[unlikely]]
-            return put_cut(text);
-        std::memcpy(at_, text, length);
-        at_[length] = '\0';
-        advance(length);
-        return length;
-    }
-
-    size_t put(char character) { return put(&character, 1); }
-
-    // Takes over `length` characters, fewer than the room, that were written at position().
-    void advance(size_t length)
-    {
-        at_ += length;
-        room_ -= length;
-    }
-
-    [[nodiscard]] char *position() const { return at_; }
-    [[nodiscard]] size_t room() const { return room_; }
-    [[nodiscard]] bool overflowed() const { return room_ == 0; }
-    [[nodiscard]] size_t length() const { return size_ - room_; }
-
-   private:
-    size_t put_cut(const char *text)
-    {
-        const size_t room = room_;
-        if (room == 0) return 0;
-        std::memcpy(at_, text, room - 1);
-        at_[room - 1] = '\0';
-        advance(room);
-        return room;
-    }
-
-    char *at_;
-    size_t room_;
-    size_t size_;
-};
-
-// Has `write` put a whole text, terminator included and at most `longest` bytes, into `buf`, or
-// cuts it to a smaller buffer; one of size 0 is not written. Returns the whole text's length: it
-// fits when that is below `buflen`.
+// Puts a whole text, or as much of it as fits with its terminator, into `buf`; one of size 0 is not
+// written. `write` writes the text and its terminator, at most `longest` bytes, and returns the
+// position of the terminator. Returns the whole text's length: it fits when that is below `buflen`.
 template <size_t longest, typename Write>
-size_t write_whole_text(char *buf, size_t buflen, const Write &write)
+size_t write_text(char *buf, size_t buflen, const Write &write)
 {
-    if (buflen >= longest) return write(buf);
-    std::array<char, longest> spare;
-    const size_t length = write(spare.data());
+    if (buflen >= longest) [[likely]]
+        return static_cast<size_t>(write(buf) - buf);
+    std::array<char, longest> whole;
+    const auto length = static_cast<size_t>(write(whole.data()) - whole.data());
     if (buflen == 0) return length;
     const size_t taken = std::min(length, buflen - 1);
-    std::memcpy(buf, spare.data(), taken);
+    std::memcpy(buf, whole.data(), taken);
     buf[taken] = '\0';
     return length;
+}
+
+// What a piece of a text that starts at `start` reports: its length when it fits with its
+// terminator, else the room that was left for it.
+constexpr size_t piece_result(size_t start, size_t length, size_t buflen)
+{
+    return buflen > start ? std::min(length, buflen - start) : 0;
 }
 
 }  // namespace orvex

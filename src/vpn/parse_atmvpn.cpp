@@ -5,10 +5,10 @@
 #include <array>
 #include <cstring>
 
-#include "text/bytes.h"
+#include "old/bytes.h"
 #include "text/error_text.h"
-#include "text/plain_numbers.h"
-#include "text/target_numbers.h"
+#include "old/plain_numbers.h"
+#include "old/target_numbers.h"
 #include "vpn/parse_inetvpn_rd.h"
 
 static_assert(sizeof(atmvpn_address) == 36);

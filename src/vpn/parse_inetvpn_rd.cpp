@@ -8,9 +8,9 @@
 #include <cstring>
 #include <string_view>
 
-#include "text/name_characters.h"
-#include "text/plain_numbers.h"
-#include "text/target_numbers.h"
+#include "old/name_characters.h"
+#include "old/plain_numbers.h"
+#include "old/target_numbers.h"
 
 namespace orvex {
 namespace {

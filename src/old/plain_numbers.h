@@ -1,13 +1,14 @@
 // Numbers and dotted quads of a few digits, as nearly all are typed. A reader that answers false or
 // null leaves the text to the general one, which reads these to the same.
-#ifndef ORVEX_TEXT_PLAIN_NUMBERS_H
-#define ORVEX_TEXT_PLAIN_NUMBERS_H
+#ifndef ORVEX_OLD_PLAIN_NUMBERS_H
+#define ORVEX_OLD_PLAIN_NUMBERS_H
 
 #include <cstdint>
 
-#include "text/target_numbers.h"
+#include "old/target_numbers.h"
 
 namespace orvex {
+inline namespace old {
 
 // What the general reader makes of a number that starts with a zero: "08".
 enum class LeadingZeros { decimal, octal };
@@ -73,6 +74,7 @@ template <LeadingZeros zeros>
     return {at, quad};
 }
 
+}  // namespace old
 }  // namespace orvex
 
 #endif

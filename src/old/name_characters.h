@@ -1,11 +1,12 @@
 // Character classes of names, as the current locale has them. The letters and digits of ASCII are
 // the same in every locale, so that it is asked about other bytes only.
-#ifndef ORVEX_TEXT_NAME_CHARACTERS_H
-#define ORVEX_TEXT_NAME_CHARACTERS_H
+#ifndef ORVEX_OLD_NAME_CHARACTERS_H
+#define ORVEX_OLD_NAME_CHARACTERS_H
 
 #include <cctype>
 
 namespace orvex {
+inline namespace old {
 
 constexpr bool is_ascii(char character) { return static_cast<unsigned char>(character) < 0x80; }
 
@@ -36,6 +37,7 @@ inline bool is_letter_or_digit(char character)
     return std::isalnum(static_cast<unsigned char>(character)) != 0;
 }
 
+}  // namespace old
 }  // namespace orvex
 
 #endif

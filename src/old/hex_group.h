@@ -1,10 +1,11 @@
 // Bytes written as groups of one or two hexadecimal digits.
-#ifndef ORVEX_TEXT_HEX_GROUP_H
-#define ORVEX_TEXT_HEX_GROUP_H
+#ifndef ORVEX_OLD_HEX_GROUP_H
+#define ORVEX_OLD_HEX_GROUP_H
 
-#include "text/target_numbers.h"
+#include "old/target_numbers.h"
 
 namespace orvex {
+inline namespace old {
 
 constexpr bool is_group_separator(char character) { return character == '.' || character == ':'; }
 
@@ -25,6 +26,7 @@ constexpr bool read_hex_group(const char *&at, uint8_t &byte, char also_ends = '
     return true;
 }
 
+}  // namespace old
 }  // namespace orvex
 
 #endif

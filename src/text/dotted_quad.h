@@ -1,0 +1,74 @@
+// Octets in decimal, and four of them joined by ".".
+#ifndef ORVEX_TEXT_DOTTED_QUAD_H
+#define ORVEX_TEXT_DOTTED_QUAD_H
+
+#include <cstdint>
+#include <string_view>
+
+#include "text/characters.h"
+
+namespace orvex {
+
+// Whether an octet of several digits may start with a zero.
+enum class LeadingZeros { allowed, refused };
+
+// Reads an octet of one to three digits and moves `at` past it. False, with nothing changed,
+// without a digit, above 255, or for a leading zero that is refused. More digits may follow.
+template <LeadingZeros zeros>
+inline bool read_octet(const char *&at, uint32_t &octet)
+{
+    const uint32_t first = decimal_value(at[0]);
+    if (first > 9) return false;
+    const uint32_t second = decimal_value(at[1]);
+    if (second > 9) {
+        octet = first;
+        at += 1;
+        return true;
+    }
+    if (zeros == LeadingZeros::refused && first == 0) return false;
+    const uint32_t third = decimal_value(at[2]);
+    if (third > 9) {
+        octet = first * 10 + second;
+        at += 2;
+        return true;
+    }
+    const uint32_t value = first * 100 + second * 10 + third;
+    if (value > UINT8_MAX) return false;
+    octet = value;
+    at += 3;
+    return true;
+}
+
+// Reads four octets joined by ".", without leading zeros, and moves `at` past them.
+inline bool read_dotted_quad(const char *&at, uint32_t &quad)
+{
+    constexpr auto zeros = LeadingZeros::refused;
+    uint32_t a = 0;
+    uint32_t b = 0;
+    uint32_t c = 0;
+    uint32_t d = 0;
+    const char *cursor = at;
+    if (!read_octet<zeros>(cursor, a) || *cursor++ != '.') return false;
+    if (!read_octet<zeros>(cursor, b) || *cursor++ != '.') return false;
+    if (!read_octet<zeros>(cursor, c) || *cursor++ != '.') return false;
+    if (!read_octet<zeros>(cursor, d)) return false;
+    quad = a << 24 | b << 16 | c << 8 | d;
+    at = cursor;
+    return true;
+}
+
+// Reads a text, of at most 129 characters, as the host's inet_aton does.
+bool read_by_inet_aton(std::string_view text, uint32_t &address);
+
+// As read_by_inet_aton; four plain octets are read here.
+inline bool read_ipv4(std::string_view text, uint32_t &address)
+{
+    const char *at = text.data();
+    if (read_dotted_quad(at, address) && at == text.data() + text.size()) [[likely]]
+        return true;
+    return read_by_inet_aton(text, address);
+}
+
+}  // namespace orvex
+
+#endif
