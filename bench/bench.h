@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <random>
 #include <set>
 #include <string>
@@ -35,6 +36,9 @@ constexpr Limits no_limits{INFINITY, INFINITY};
 
 // Remembers a row's limits for the table of ratios.
 void declare_row(const std::string &name, Limits limits);
+
+// Remembers a row's calls, one for each text, for the count of instructions.
+void declare_calls(const std::string &name, size_t texts, std::function<void()> calls);
 
 template <typename Item, typename Call>
 void run(benchmark::State &state, const std::vector<Item> &items, const Call &call)
@@ -70,6 +74,11 @@ void add_row(const std::string &name, Limits limits, const Make &make, const Our
         Random random(20261122);
         const auto items = draw(size, random, make);
         const std::string set = size == small_set ? "small" : "large";
+        if (size == small_set) {
+            declare_calls(name, size, [items, ours] {
+                for (const auto &item : items) ours(item);
+            });
+        }
         benchmark::RegisterBenchmark((name + "/peer/" + set).c_str(),
                                      [items, peer](auto &state) { run(state, items, peer); });
         benchmark::RegisterBenchmark((name + "/ours/" + set).c_str(),

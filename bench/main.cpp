@@ -1,4 +1,7 @@
+#include <valgrind/callgrind.h>
+
 #include <cstdio>
+#include <cstring>
 #include <map>
 
 #include "bench.h"
@@ -7,6 +10,13 @@ namespace bench {
 namespace {
 
 std::vector<std::pair<std::string, Limits>> rows;
+
+struct Calls {
+    std::string name;
+    size_t texts;
+    std::function<void()> run;
+};
+std::vector<Calls> all_calls;
 
 // Prints as usual and keeps the medians.
 class MedianReporter : public benchmark::ConsoleReporter {
@@ -48,9 +58,29 @@ class MedianReporter : public benchmark::ConsoleReporter {
     std::map<std::string, double> medians_;
 };
 
+// Makes each row's calls once to warm up, and once more under callgrind, which dumps what it
+// counted with "row texts" as the reason.
+int count_instructions()
+{
+    for (const Calls &calls : all_calls) {
+        calls.run();
+        const std::string reason = calls.name + ' ' + std::to_string(calls.texts);
+        CALLGRIND_TOGGLE_COLLECT;
+        calls.run();
+        CALLGRIND_TOGGLE_COLLECT;
+        CALLGRIND_DUMP_STATS_AT(reason.c_str());
+    }
+    return 0;
+}
+
 }  // namespace
 
 void declare_row(const std::string &name, Limits limits) { rows.emplace_back(name, limits); }
+
+void declare_calls(const std::string &name, size_t texts, std::function<void()> calls)
+{
+    all_calls.push_back({name, texts, std::move(calls)});
+}
 
 }  // namespace bench
 
@@ -69,6 +99,7 @@ int main(int argc, char **argv)
     bench::add_parse_esi_rows();
     bench::add_parse_dhms_rows();
     bench::add_format_rfc5952_rows();
+    if (argc == 2 && std::strcmp(argv[1], "--count") == 0) return bench::count_instructions();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     bench::MedianReporter reporter;
