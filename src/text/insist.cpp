@@ -2,6 +2,7 @@
 
 #include <orvex/platform.h>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -10,7 +11,10 @@ namespace orvex {
 void insist_failed(const char *source, int line, const char *condition)
 {
     const int saved = errno;
-    logging(0, "%s:%d: insist '%s' failed: %s", source, line, condition, std::strerror(saved));
+    std::array<char, 64> buffer;
+    // strerror may share its buffer between threads.
+    const char *const reason = strerror_r(saved, buffer.data(), buffer.size());
+    logging(0, "%s:%d: insist '%s' failed: %s", source, line, condition, reason);
     errno = saved;
 }
 
