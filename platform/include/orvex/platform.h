@@ -1,7 +1,7 @@
 /*
  * What the parser asks of the router's platform. A platform library defines every symbol below,
- * with C linkage; the parser imports them by name and caches none of the answers beyond what its
- * own interface says.
+ * with C linkage; the parser imports them by name, and keeps no result but those that orvex/parse.h
+ * names.
  */
 #ifndef ORVEX_PLATFORM_H
 #define ORVEX_PLATFORM_H
@@ -44,7 +44,7 @@ struct platform_hook_arg {
 /* Registers the calling library for a group of hooks. Returns 0 on success. */
 ORVEX_PLATFORM_API int platform_hooks_init(const char *group);
 
-/* Runs a hook, which leaves its own result in `*answer`. Returns 0 when it ran, else non-zero. */
+/* Runs a hook, which stores its own result in `*answer`. Returns 0 when it ran, else non-zero. */
 ORVEX_PLATFORM_API int platform_hook_call(const char *hook_name, struct platform_hook_arg *arg_list,
                                           int32_t *answer);
 
@@ -56,10 +56,10 @@ struct interface_info {
     uint32_t pic_slots;     /* PIC slots per FPC, and the bound of device numbers */
     uint16_t ports_per_pic; /* bound of port numbers */
     uint8_t platform_private_14[2];
-    uint32_t flags; /* which forms names of this type take */
+    uint32_t flags; /* PARSE_IF_ bits: the forms of names of this type */
     uint8_t platform_private_20[4];
     uint16_t channel_bounds[6]; /* level 1 first */
-    uint16_t channel_levels;
+    uint16_t channel_levels;    /* at most 6 count */
     uint8_t platform_private_38[2];
     uint64_t product_mask; /* 0: every product; else bit (product identifier modulo 64) */
 };
@@ -71,7 +71,7 @@ ORVEX_PLATFORM_API const struct interface_info *interface_info_byname(const char
 /* The index of an entry in the catalogue. */
 ORVEX_PLATFORM_API uint32_t interface_info_index(const struct interface_info *entry);
 
-/* PIC slots of a virtual FPC for the interface type with that index. */
+/* The PIC slots of a virtual FPC for the interface type with that index. */
 ORVEX_PLATFORM_API uint32_t get_virtual_fpc_picslots(uint32_t index);
 
 /* ---- Product --------------------------------------------------------------------------------- */
@@ -82,11 +82,11 @@ struct product_info {
     uint32_t multi_chassis_size;
 };
 
-/* The product record, or null; then product_info_data() is asked, which may answer null too. */
+/* The product record, or null; then product_info_data() is called, which may return null too. */
 ORVEX_PLATFORM_API extern const struct product_info *product_infop;
 ORVEX_PLATFORM_API const struct product_info *product_info_data(void);
 
-/* Virtual FPC numbering: whether the product has it (non-zero), and its lowest and highest slot. */
+/* Whether the product has virtual FPCs (non-zero), and their lowest and highest slot number. */
 ORVEX_PLATFORM_API int orvex_product_info_is_virtual_fpc_enabled(void);
 ORVEX_PLATFORM_API int32_t orvex_product_info_get_router_min_virtual_fpc_slot(void);
 ORVEX_PLATFORM_API int32_t orvex_product_info_get_router_max_virtual_fpc_slot(void);
@@ -101,10 +101,10 @@ ORVEX_PLATFORM_API uint8_t chassis_has_wide_vtnet_units(void);
 ORVEX_PLATFORM_API uint8_t chassis_uses_global_slots_a(void);
 ORVEX_PLATFORM_API uint8_t chassis_uses_global_slots_b(void);
 
-/* Number of FPC slots of the router. */
+/* The number of FPC slots of the router. */
 ORVEX_PLATFORM_API int32_t chassis_get_max_fpc_slots(void);
 
-/* The system-wide FPC number of a line-card chassis' own FPC number; mind the argument orders. */
+/* The system-wide number of an FPC of a line-card chassis; note the orders of the arguments. */
 ORVEX_PLATFORM_API int32_t chassis_local_slot_to_global_slot(int32_t fpc, int32_t lcc);
 ORVEX_PLATFORM_API int32_t chassis_lcc_slot_to_scc_slot(int32_t lcc, int32_t fpc);
 
@@ -112,7 +112,7 @@ ORVEX_PLATFORM_API int32_t chassis_lcc_slot_to_scc_slot(int32_t lcc, int32_t fpc
 }
 #endif
 
-/* The parser reads these records at fixed places, on 32-bit and 64-bit hosts alike. */
+/* The parser reads these records at fixed offsets, on 32-bit and 64-bit hosts alike. */
 #if defined(__cplusplus)
 #define ORVEX_PLATFORM_LAYOUT(condition) static_assert(condition, #condition)
 #elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
