@@ -100,8 +100,7 @@ ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit)
  * `af`        in and out, required: PARSE_AF_INET or one of the IPv4-based codes 73, 119, 129, 139;
  *             PARSE_AF_INET6 or one of the IPv6-based codes 121, 131, 141; or 0, which is replaced,
  *             also on failure, by PARSE_AF_INET6 when the text has a ":", else by PARSE_AF_INET.
- * `str`       the text, required. A null `af` or `str` is logged and counts as family 0 or an empty
- *             text.
+ * `str`       the text, required. A null `af` or `str` is logged and counts as 0 or an empty text.
  * `flags`     PARSE_IPADDR_ bits.
  * `address`   receives 4 or 16 bytes; `address_len` is its size.
  * `pfxseen`   receives 1 for a prefix length, "default" and "all", else 0.
