@@ -22,11 +22,11 @@ struct CloseFile {
 };
 using File = std::unique_ptr<FILE, CloseFile>;
 
-Outcome tell_alias(const std::string &text)
+Outcome check_alias(const std::string &text)
 {
     const bool alias = is_interface_alias(text.c_str()) == 1;
     Outcome outcome{{{"alias", alias, alias ? "yes" : "no"}}, {}, 0, 0};
-    outcome.no = !alias;
+    outcome.is_no = !alias;
     return outcome;
 }
 
@@ -67,16 +67,16 @@ void add_alias_command(CLI::App &app, const std::string &profile, Job &job)
     alias->require_subcommand(1);
     alias->fallthrough();
     CLI::App *const is =
-        add_command(*alias, "is", "Tell whether words mean aliases: yes or no", options);
+        add_command(*alias, "is", "Check whether words mean aliases: yes or no", options);
     is->fallthrough();
     is->callback([&job, &profile] {
         job = [&profile] {
             install_profile(profile);
-            return run_texts(options, Style::value, tell_alias);
+            return run_texts(options, Style::value, check_alias);
         };
     });
     CLI::App *const find =
-        add_command(*alias, "find", "Print the interface names that aliases stand for", options);
+        add_command(*alias, "find", "Print the interface names of aliases", options);
     CLI::Option *const map =
         find->add_option("--map", options.map, "Read this map")->type_name("FILE");
     find->add_flag("--alternate", options.alternate, "Read the alternate map")->excludes(map);

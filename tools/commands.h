@@ -1,5 +1,5 @@
-// The families of subcommands. Each function adds its own; a subcommand that is chosen leaves its
-// work in `job`, which returns the exit status.
+// Adds the subcommands of the families. The one that is chosen stores its work in `job`, which
+// returns the exit status.
 #ifndef ORVEX_TOOLS_COMMANDS_H
 #define ORVEX_TOOLS_COMMANDS_H
 
@@ -21,15 +21,14 @@ void add_text_commands(CLI::App &app, Job &job);
 void add_interface_command(CLI::App &app, const std::string &profile, Job &job);
 void add_alias_command(CLI::App &app, const std::string &profile, Job &job);
 
-// Adds a subcommand with what all of them take: texts and --json.
+// Adds a subcommand with the arguments that all of them have: texts and --json.
 template <typename CommandOptions>
 CLI::App *add_command(CLI::App &app, const char *name, const char *description,
                       CommandOptions &options)
 {
     CLI::App *const command = app.add_subcommand(name, description);
-    // Every argument left is a text as it stands: CLI11 reads "[a,b]" as a list where extra
-    // arguments are allowed, and ends the subcommand at a "--" behind the least number that it
-    // expects.
+    // Every argument left is a text, unchanged: CLI11 splits "[a,b]" where extra arguments are
+    // allowed, and ends the subcommand at a "--" after the least number that it expects.
     constexpr int unlimited = CLI::detail::expected_max_vector_size;
     command
         ->add_option("TEXT", options.texts,

@@ -185,7 +185,7 @@ void add_identifier_commands(CLI::App &app, Job &job)
 
     CLI::App *const delimited =
         add(app, job, "delimited", "Bytes with . or : between them", read_delimited);
-    delimited->add_option("--count", options.count, "How many bytes there are")
+    delimited->add_option("--count", options.count, "The number of bytes")
         ->required()
         ->check(CLI::Range(1, 65536));
     delimited->add_flag("--hex", options.hexadecimal, "The bytes are hexadecimal");

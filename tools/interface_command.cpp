@@ -14,7 +14,7 @@ struct InterfaceOptions : Options {
     uint32_t mask = 0;
 };
 
-// A number, or the word for what stands in its place.
+// A number, or a text for the wildcard or range in its place.
 Json field_value(int32_t value)
 {
     switch (value) {
@@ -75,7 +75,7 @@ Outcome read_interface(const std::string &text, const InterfaceOptions &options)
     return parse_text(text, 0, parse, [&] { return fields_of(text, record); });
 }
 
-void take_flag_away(const std::string &name, uint32_t &mask)
+void add_to_mask(const std::string &name, uint32_t &mask)
 {
     const auto flag = find_interface_flag(name);
     if (!flag) throw CLI::ValidationError("--without", "'" + name + "' is not a flag");
@@ -88,7 +88,7 @@ void add_interface_command(CLI::App &app, const std::string &profile, Job &job)
 {
     static InterfaceOptions options;
     CLI::App *const command = add_command(
-        app, "interface", "Interface names, as the profile's platform means them", options);
+        app, "interface", "Interface names of the router that the profile describes", options);
     command->fallthrough();
     for (const InterfaceFlag &flag : interface_flags)
         command->add_flag_callback(
@@ -97,9 +97,9 @@ void add_interface_command(CLI::App &app, const std::string &profile, Job &job)
         ->add_option_function<std::vector<std::string>>(
             "--without",
             [](const std::vector<std::string> &names) {
-                for (const std::string &name : names) take_flag_away(name, options.mask);
+                for (const std::string &name : names) add_to_mask(name, options.mask);
             },
-            "Take a flag away, also from the interface type; may be given again")
+            "Clear a flag, also one of the interface type; may be repeated")
         ->type_name("FLAG")
         ->allow_extra_args(false);
     command->callback([&job, &profile] {

@@ -22,16 +22,16 @@ inline constexpr std::array<InterfaceFlag, 16> interface_flags = {{
     {"need-fpc-pic-port", PARSE_IF_NEED_FPC_PIC_PORT, "FPC, PIC and port must be given"},
     {"no-unit", PARSE_IF_NO_UNIT, "A unit is refused"},
     {"all", PARSE_IF_ALLOW_ALL, "The name \"all\" is accepted"},
-    {"wildcard", PARSE_IF_WILDCARD, "\"?\" and \"*\" may stand for a number"},
-    {"default-unit", PARSE_IF_DEFAULT_UNIT, "The unit is 0 when none is given"},
+    {"wildcard", PARSE_IF_WILDCARD, "\"?\" and \"*\" are accepted as numbers"},
+    {"default-unit", PARSE_IF_DEFAULT_UNIT, "A missing unit is 0"},
     {"need-channel", PARSE_IF_NEED_CHANNEL, "A channel number or a direction is required"},
-    {"no-unit-max", PARSE_IF_NO_UNIT_MAX, "The type's highest unit does not count"},
+    {"no-unit-max", PARSE_IF_NO_UNIT_MAX, "The type's highest unit is not applied"},
     {"rlsq", PARSE_IF_RLSQ, "One device number: no PIC or port"},
     {"at-unit-32767", PARSE_IF_AT_UNIT_32767, "Type \"at\": unit 32767 is accepted"},
-    {"ranges", PARSE_IF_RANGES, "\"[0-3]\" and \"[0,2]\" may stand for a number"},
+    {"ranges", PARSE_IF_RANGES, "\"[0-3]\" and \"[0,2]\" are accepted as numbers"},
     {"wide-fpc", PARSE_IF_WIDE_FPC, "The first slot number goes up to 255"},
-    {"expansion-slot", PARSE_IF_EXPANSION_SLOT, "The form type-slot-port"},
-    {"port-first", PARSE_IF_PORT_FIRST, "A port number directly after the type"},
+    {"expansion-slot", PARSE_IF_EXPANSION_SLOT, "The form type-slot-port, with no-slot"},
+    {"port-first", PARSE_IF_PORT_FIRST, "The form type-port, with no-slot"},
 }};
 
 inline std::optional<uint32_t> find_interface_flag(const std::string &name)

@@ -19,9 +19,9 @@ constexpr std::array<Flag, 11> flags = {{
     {"--all-bytes", PARSE_IPADDR_ALL_BYTES, "IPv4: all four bytes must be given"},
     {"--mask", PARSE_IPADDR_PREFIX_OK | PARSE_IPADDR_MASK_OK,
      "As --prefix, and a mask may follow: 10.0.0.0/255.0.0.0"},
-    {"--default", PARSE_IPADDR_DEFAULT_OK, "\"default\" and \"all\" mean the zero prefix"},
+    {"--default", PARSE_IPADDR_DEFAULT_OK, "\"default\" and \"all\" mean 0.0.0.0/0 or ::/0"},
     {"--integer", PARSE_IPADDR_INTEGER_OK, "IPv4: one decimal number is the whole address"},
-    {"--host-zero", PARSE_IPADDR_HOST_ZERO, "Bits behind the prefix or the mask must be zero"},
+    {"--host-zero", PARSE_IPADDR_HOST_ZERO, "Bits after the prefix or outside the mask must be 0"},
     {"--multicast", PARSE_IPADDR_MULTICAST, "The address must be multicast"},
     {"--any", PARSE_IPADDR_ANY_OK, "IPv4: accept \"any-unicast\" and \"any-multicast\""},
     {"--no-martian", PARSE_IPADDR_NO_MARTIAN, "Martian IPv4 addresses are refused"},
@@ -60,8 +60,7 @@ std::string whole_text(const IpValue &value, uint8_t full_form)
     return text.data();
 }
 
-// The mask, or the keyword that stands in its place: the bytes of both can be the same, but a
-// keyword has no "/".
+// The mask, or its keyword: both can have the same bytes, but only a mask follows a "/".
 std::string mask_text(const std::string &input, const IpValue &value)
 {
     const bool keyword = input.find('/') == std::string::npos;
@@ -123,7 +122,7 @@ std::vector<Field> fields_of(const std::string &input, const IpValue &value)
     return fields;
 }
 
-// Tells the IPv6-based family codes among those that the library reads.
+// Whether a family code that the library accepts is IPv6-based.
 bool is_ipv6_based(uint32_t af)
 {
     return af == PARSE_AF_INET6 || af == 121 || af == 131 || af == 141;

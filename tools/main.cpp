@@ -33,18 +33,18 @@ const char *const examples = R"(Examples:
 
 Exit status: 0 when every text was accepted, 1 when one was refused, 2 for wrong usage.)";
 
-// What --help and --version ask for.
-int print_answer(const CLI::App &app, const CLI::ParseError &question)
+// Prints the text of --help or --version, which CLI11 reports as errors.
+int print_help_or_version(const CLI::App &app, const CLI::ParseError &request)
 {
-    std::ostringstream answer;
-    app.exit(question, answer, answer);
-    std::fputs(answer.str().c_str(), stdout);
+    std::ostringstream text;
+    app.exit(request, text, text);
+    std::fputs(text.str().c_str(), stdout);
     return finish_output(0);
 }
 
 int run(int argc, char **argv)
 {
-    // A closed output is seen where it is written.
+    // Writing to a closed pipe then fails with EPIPE.
     std::signal(SIGPIPE, SIG_IGN);
     CLI::App app("Reads what operators of routers type, and prints the values.", "orvex-parse");
     app.set_version_flag("--version", std::string("orvex-parse ") + sw_version.release + " (" +
@@ -52,7 +52,7 @@ int run(int argc, char **argv)
     app.require_subcommand(1);
     app.footer(examples);
     std::string profile;
-    app.add_option("--profile", profile, "The platform that interface names are read for")
+    app.add_option("--profile", profile, "The router whose interface names are read")
         ->type_name("FILE")
         ->envname("ORVEX_PROFILE");
     Job job;
@@ -65,7 +65,7 @@ int run(int argc, char **argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
-        if (error.get_exit_code() == 0) return print_answer(app, error);
+        if (error.get_exit_code() == 0) return print_help_or_version(app, error);
         std::fprintf(stderr, "orvex-parse: %s\nRun orvex-parse --help to see how it is used.\n",
                      error.what());
         return wrong_usage;

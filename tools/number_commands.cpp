@@ -56,7 +56,7 @@ void add_number_commands(CLI::App &app, Job &job)
     });
     CLI::App *const number =
         add_command(app, "number", "Decimal numbers from 0 to below a limit", options);
-    number->add_option("--limit", options.limit, "What every number must be below")->required();
+    number->add_option("--limit", options.limit, "Every number must be below this")->required();
     number->callback([&job] {
         job = [] {
             return run_texts(options, Style::value, [](const std::string &text) {

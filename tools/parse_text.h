@@ -1,4 +1,4 @@
-// Calls the library's parsers with room for whatever they say of a text.
+// Calls the library's parsers with room for their longest message about a text.
 #ifndef ORVEX_TOOLS_PARSE_TEXT_H
 #define ORVEX_TOOLS_PARSE_TEXT_H
 
@@ -8,12 +8,12 @@
 
 #include "stream.h"
 
-// Calls `parse(errbuf, errlen)`; unless it returns `accepted`, answers its refusal, and otherwise
-// the fields that `fields()` makes of what was read.
+// Calls `parse(errbuf, errlen)`. When it returns `accepted`, returns the fields that `fields()`
+// makes; otherwise the refusal.
 template <typename Parse, typename Fields>
 Outcome parse_text(const std::string &text, int accepted, const Parse &parse, const Fields &fields)
 {
-    // No message quotes the text more than three times, or a part of it of more than 1023 bytes.
+    // No message quotes the text more than three times.
     static std::string message;
     message.resize(std::max(message.size(), 3 * text.size() + 2048));
     message.front() = '\0';
@@ -36,7 +36,7 @@ inline std::string hexadecimal(const uint8_t *bytes, size_t size)
     return text;
 }
 
-// A field that reads the same in JSON and for people.
+// A field with the same text in JSON and for people.
 inline Field text_field(const char *key, const std::string &text) { return {key, text, text}; }
 
 template <typename Number>

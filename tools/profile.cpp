@@ -23,7 +23,7 @@ namespace {
 }
 
 // "the string "twelve"", "an array"
-std::string found(const toml::node &node)
+std::string describe(const toml::node &node)
 {
     std::ostringstream text;
     if (const auto *const string = node.as_string())
@@ -41,14 +41,14 @@ std::string found(const toml::node &node)
     return text.str();
 }
 
-// A word that a key may have, and what it stands for.
+// A word that a key's value may be, and its meaning.
 template <typename Value>
 struct Choice {
     const char *word;
     Value value;
 };
 
-// A node of the file that knows where it stands.
+// A node of the file, with its path and key for messages.
 class Node {
    public:
     Node(const std::string &path, std::string key, const toml::node &node)
@@ -99,7 +99,7 @@ class Node {
         return string->get();
     }
 
-    // The members of an array, `most` at the most.
+    // The members of an array of at most `most`.
     [[nodiscard]] std::vector<Node> members(size_t most, const std::string &what) const
     {
         const toml::array *const array = node_->as_array();
@@ -126,7 +126,7 @@ class Node {
     [[noreturn]] void expected(const std::string &what) const
     {
         refuse(*path_, node_->source().begin,
-               key_ + ": expected " + what + ", found " + found(*node_));
+               key_ + ": expected " + what + ", found " + describe(*node_));
     }
 
     [[noreturn]] void unknown(const std::string &known) const
@@ -306,7 +306,7 @@ void read_type(Type &type, const Node &table)
     read_table(type, table, keys);
 }
 
-// A profile with the interface types that it points to.
+// A profile, and the interface types that it points to.
 struct Router {
     Profile profile = *orvex_platform_default_profile();
     std::map<std::string, Type> types;
@@ -332,7 +332,7 @@ struct Router {
     }
 };
 
-// Amends the built-in type of a name, or adds one.
+// Changes the built-in type of a name, or adds a type.
 void read_types(Router &router, const Node &table)
 {
     for (const Node &entry : table.entries()) {
@@ -354,7 +354,7 @@ void read_router(Router &router, const Node &file)
          [](Router &target, const Node &node) { read_virtual_fpcs(target.profile, node); }},
         {"types", read_types},
     };
-    // Types amend the built-in ones, unless the file does without them.
+    // Read first: the file's types change the built-in ones, if those are used.
     for (const Node &entry : file.entries())
         if (entry.key() == "builtin-types") entry.read_truth(router.builtin_types);
     if (router.builtin_types != 0) router.add_builtin_types();

@@ -27,7 +27,7 @@ Json error_name(int error)
     }
 }
 
-// Leaves the fields of `outcome` without their values.
+// Moves the values out of `outcome`.
 Json json_record(const std::string &input, Outcome &outcome)
 {
     Json record;
@@ -44,7 +44,7 @@ Json json_record(const std::string &input, Outcome &outcome)
 }
 
 // "prefix length:  16"
-std::string labelled(const Field &field)
+std::string format_line(const Field &field)
 {
     std::string label = field.key;
     std::replace(label.begin(), label.end(), '_', ' ');
@@ -53,7 +53,7 @@ std::string labelled(const Field &field)
     return label + field.text + '\n';
 }
 
-std::string formatted(const std::string &input, Outcome &outcome, Style style, bool first)
+std::string format_outcome(const std::string &input, Outcome &outcome, Style style, bool first)
 {
     if (style == Style::json)
         return json_record(input, outcome).dump(-1, ' ', false, Json::error_handler_t::replace) +
@@ -62,12 +62,12 @@ std::string formatted(const std::string &input, Outcome &outcome, Style style, b
     std::string text = style == Style::record && !first ? "\n" : "";
     for (const Field &field : outcome.fields) {
         if (field.text.empty()) continue;
-        text += style == Style::record ? labelled(field) : field.text + '\n';
+        text += style == Style::record ? format_line(field) : field.text + '\n';
     }
     return text;
 }
 
-void report(const Text &text, const std::string &message)
+void print_refusal(const Text &text, const std::string &message)
 {
     const std::string place = text.line == 0 ? "" : "line " + std::to_string(text.line) + ": ";
     std::fprintf(stderr, "%s%s\n", place.c_str(), message.c_str());
@@ -80,7 +80,7 @@ void use_large_buffers()
     std::setvbuf(stdout, buffers[1].data(), _IOFBF, buffers[1].size());
 }
 
-int end_of_output(int status)
+int report_write_error(int status)
 {
     if (errno == EPIPE) return status;
     std::fprintf(stderr, "orvex-parse: cannot write: %s\n", std::strerror(errno));
@@ -89,7 +89,10 @@ int end_of_output(int status)
 
 }  // namespace
 
-int finish_output(int status) { return std::fflush(stdout) == 0 ? status : end_of_output(status); }
+int finish_output(int status)
+{
+    return std::fflush(stdout) == 0 ? status : report_write_error(status);
+}
 
 int run_texts(const Options &options, Style human_style, const Reader &reader)
 {
@@ -103,16 +106,16 @@ int run_texts(const Options &options, Style human_style, const Reader &reader)
         Outcome outcome =
             text.fault != nullptr ? Outcome{{}, text.fault, -1, 0} : reader(text.value);
         if (!outcome.message.empty()) {
-            report(text, outcome.message);
+            print_refusal(text, outcome.message);
             status = 1;
         }
-        if (outcome.no) status = 1;
-        const std::string output = formatted(text.value, outcome, style, first);
+        if (outcome.is_no) status = 1;
+        const std::string output = format_outcome(text.value, outcome, style, first);
         if (output.empty()) continue;
         first = false;
         if (std::fwrite(output.data(), 1, output.size(), stdout) != output.size() ||
             (interactive && std::fflush(stdout) != 0))
-            return end_of_output(status);
+            return report_write_error(status);
     }
     if (std::ferror(stdin) != 0) {
         std::fprintf(stderr, "orvex-parse: cannot read standard input\n");

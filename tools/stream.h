@@ -1,4 +1,4 @@
-// Runs a reader over all texts of a command and prints what it makes of each.
+// Reads all texts of a command and prints the outcomes.
 #ifndef ORVEX_TOOLS_STREAM_H
 #define ORVEX_TOOLS_STREAM_H
 
@@ -10,22 +10,22 @@
 // One named value of a record.
 struct Field {
     const char *key;
-    nlohmann::ordered_json value;  // null: for people only
-    std::string text;              // what a person reads; empty: in JSON only
+    nlohmann::ordered_json value;  // null: not in JSON
+    std::string text;              // for people; empty: only in JSON
 };
 
-// What a reader made of a text: fields, or a refusal.
+// The outcome of reading a text: fields, or the message of a refusal.
 struct Outcome {
     std::vector<Field> fields;
     std::string message;  // empty: accepted
     int code = 0;         // the library's result
-    int error = 0;        // errno as the library left it, 0 for none
-    bool no = false;      // accepted, but the answer is no: the exit status becomes 1
+    int error = 0;        // errno after the call, 0 when unchanged
+    bool is_no = false;   // accepted, and the value is "no": the exit status becomes 1
 };
 
 enum class Style {
-    value,   // people see the texts of the fields alone, one a line
-    record,  // people see "name: value" lines and an empty line between records
+    value,   // the texts of the fields, one a line
+    record,  // "name: value" lines, and an empty line between records
     json,    // one object a line
 };
 
@@ -36,8 +36,8 @@ struct Options {
 
 using Reader = std::function<Outcome(const std::string &text)>;
 
-// Ends the output: returns `status`, or 1 behind a message when the output cannot be written. A
-// reader that went away is no fault.
+// Flushes the output. Returns `status`, or 1 after a message when the output cannot be written. A
+// pipe that the other end closed is no fault.
 int finish_output(int status);
 
 // Returns the exit status: 0 when every text was accepted, else 1.

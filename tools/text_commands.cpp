@@ -75,7 +75,7 @@ void add_text_commands(CLI::App &app, Job &job)
     duration->add_option("--min", options.min, "The least number of seconds");
     duration->add_option("--max", options.max, "The greatest number of seconds");
     add(app, job, "canonical", "IPv6 addresses in the canonical form of RFC 5952", read_canonical);
-    add(app, job, "prefix6", "IPv6 prefixes, of which only the groups that count are shown",
+    add(app, job, "prefix6", "IPv6 prefixes, showing only the groups within the prefix length",
         read_prefix6)
         ->add_flag("--address", options.address_only, "Leave the prefix length out");
 }

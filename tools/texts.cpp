@@ -4,11 +4,11 @@
 
 namespace {
 
-// A longer line is refused, so that memory stays bounded whatever comes.
+// A longer line is refused, so that memory stays bounded.
 constexpr size_t longest_line = 65536;
 
-// What is kept of it, for the record of the refusal.
-constexpr size_t kept_of_long_line = 64;
+// How much of it the JSON object of the refusal shows.
+constexpr size_t shown_of_long_line = 64;
 
 }  // namespace
 
@@ -35,7 +35,7 @@ bool Texts::next_line(Text &text)
     if (character == EOF) return false;
     size_t length = 0;
     for (; character != EOF && character != '\n'; character = getc_unlocked(stdin)) {
-        // One more, for the CR of a line end.
+        // One more, for the CR of the line end.
         if (++length <= longest_line + 1) text.value += static_cast<char>(character);
     }
     const bool whole = text.value.size() == length;
@@ -43,7 +43,7 @@ bool Texts::next_line(Text &text)
     if (text.value.find('\0') != std::string::npos) text.fault = "the line holds a NUL character";
     if (!whole || text.value.size() > longest_line) {
         text.fault = "the line is too long";
-        text.value.resize(kept_of_long_line);
+        text.value.resize(shown_of_long_line);
     }
     return true;
 }

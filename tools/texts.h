@@ -1,4 +1,4 @@
-// Where a command's texts come from: its arguments, or the lines of standard input.
+// The texts of a command: its arguments, or the lines of standard input.
 #ifndef ORVEX_TOOLS_TEXTS_H
 #define ORVEX_TOOLS_TEXTS_H
 
@@ -9,7 +9,7 @@
 struct Text {
     std::string value;
     size_t line = 0;              // the line of standard input; 0 for an argument
-    const char *fault = nullptr;  // why the text cannot be handed to the library
+    const char *fault = nullptr;  // why the text cannot be passed to the library
 };
 
 class Texts {
@@ -17,7 +17,7 @@ class Texts {
     // Without an argument, or with "-" alone, the texts are the lines of standard input.
     explicit Texts(const std::vector<std::string> &arguments);
 
-    // Reads the next text into `text`; false behind the last one.
+    // Reads the next text into `text`; false after the last one.
     bool next(Text &text);
 
    private:
