@@ -1,5 +1,5 @@
-// Rows of the benchmark: a library call beside its peer, over a small set of inputs, which a branch
-// predictor learns by heart, and a large one, which it cannot.
+// Rows of the benchmark: a library call and its peer, each on a small set of inputs, which a branch
+// predictor can learn, and on a large one, which it cannot.
 #ifndef ORVEX_BENCH_BENCH_H
 #define ORVEX_BENCH_BENCH_H
 
@@ -26,7 +26,7 @@ struct Random {
 constexpr size_t small_set = 512;
 constexpr size_t large_set = 16384;
 
-// The most that the library may take of its peer's time.
+// The highest accepted ratios of the library's time to its peer's.
 struct Limits {
     double small;
     double large;
@@ -97,7 +97,7 @@ inline std::string ipv4_text(Random &random)
     return text;
 }
 
-// Registers the rows of one family each.
+// Each registers the rows of one family.
 void add_parse_integer_rows();
 void add_parse_mac_addr_rows();
 void add_parse_delim_addr_rows();

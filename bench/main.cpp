@@ -29,7 +29,7 @@ class MedianReporter : public benchmark::ConsoleReporter {
                 medians_[run.run_name.function_name] = run.GetAdjustedCPUTime();
     }
 
-    // The table of ratios; returns how many rows are over their limit.
+    // Prints the table of ratios; returns how many of them are over their limit.
     int print_ratios() const
     {
         int over = 0;

@@ -1,4 +1,4 @@
-// Loops that a program without the library would write.
+// Loops that a program without the library would have.
 #ifndef ORVEX_BENCH_PEERS_H
 #define ORVEX_BENCH_PEERS_H
 
@@ -27,17 +27,17 @@ inline bool strtoul_groups(const char *at, int base, const char *delimiters, uns
     return false;
 }
 
-// Writes bytes one by one, in hexadecimal or decimal, and what `delimiter` says of each behind it.
+// Writes bytes in hexadecimal or decimal, each but the last followed by what `delimiter` returns.
 template <bool hexadecimal, typename Delimiter>
 size_t snprintf_bytes(char *buf, size_t size, const uint8_t *bytes, size_t count,
                       const Delimiter &delimiter)
 {
     size_t length = 0;
     for (size_t i = 0; i < count; ++i) {
-        const char *const behind = i + 1 < count ? delimiter(i) : "";
+        const char *const suffix = i + 1 < count ? delimiter(i) : "";
         const int written =
-            hexadecimal ? std::snprintf(buf + length, size - length, "%2.2x%s", bytes[i], behind)
-                        : std::snprintf(buf + length, size - length, "%d%s", bytes[i], behind);
+            hexadecimal ? std::snprintf(buf + length, size - length, "%2.2x%s", bytes[i], suffix)
+                        : std::snprintf(buf + length, size - length, "%d%s", bytes[i], suffix);
         length += static_cast<size_t>(written);
     }
     return length;

@@ -1,5 +1,5 @@
-# The host's own compiler for 32-bit programs. Its multilib package brings no <asm/> headers: the
-# 64-bit ones serve.
+# The host's own compiler for 32-bit programs. Its multilib package has no <asm/> headers; the
+# 64-bit ones are used.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 set(CMAKE_C_COMPILER gcc-12)

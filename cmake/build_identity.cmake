@@ -1,4 +1,4 @@
-# Writes HEADER with the release and the source revision of SOURCE_DIR; touches it only on a change.
+# Writes HEADER with the release and the source revision of SOURCE_DIR; writes it only on a change.
 set(revision unknown)
 find_program(git git)
 if(git)

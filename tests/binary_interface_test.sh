@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Holds what a library exports and needs against the whole list, and that it asks nobody for memory:
+# Compares what a library exports and needs with the full lists, and checks that it allocates nothing:
 # binary_interface_test.sh LIBRARY
 set -euo pipefail
 library=$1

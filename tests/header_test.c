@@ -1,4 +1,4 @@
-/* A program in plain C99: the header compiles, the names link, the values come back. */
+/* A program in plain C99: the header compiles, the names link, the values are right. */
 #include <orvex/parse.h>
 #include <stdio.h>
 #include <string.h>

@@ -19,13 +19,13 @@ expect() {
   "$program" "${@:5}" <"$scratch/in" >"$scratch/out" 2>"$scratch/err"
   got=$?
   if [[ $got != "$status" || $(<"$scratch/out") != "$output" || $(<"$scratch/err") != "$errors" ]]; then
-    fail "$name: exit $got, wanted $status"
+    fail "$name: exit $got, expected $status"
     diff <(echo "$output") "$scratch/out"
     diff <(echo "$errors") "$scratch/err"
   fi
 }
 
-# Every flag changes what the library is asked: COMMAND | FLAGS | TEXT | status without | status with
+# Every flag has an effect: COMMAND | FLAGS | TEXT | status without | status with
 while IFS='|' read -r command flags text without with; do
   for run in ":$without" "$flags:$with"; do
     # shellcheck disable=SC2086 # several flags are several words
@@ -88,7 +88,7 @@ classes=$("$program" ip 0.0.0.0 255.255.255.255 239.1.1.1 240.0.0.1 :: ff02::1 f
   sed -n 's/^class: *//p' | paste -sd:)
 [[ $classes == 'unspecified, martian:broadcast, martian:multicast, martian:unicast, martian:unspecified:multicast:site-local:other' ]] ||
   fail "classes: $classes"
-expect 'every argument is a text as it stands' 1 '-4' "'[5]' is not an integer
+expect 'every argument is a text, unchanged' 1 '-4' "'[5]' is not an integer
 '' is not an integer
 'integer' is not an integer
 '-x' is not an integer
@@ -103,7 +103,7 @@ expect 'a bounded number' 1 '{"input":"9","value":9}
 {"input":"10","error":"'"'10'"' is not a number from 0 to 9","code":0,"errno":null}' \
   "'10' is not a number from 0 to 9" number --limit 10 --json 9 10
 
-# What each profile's platform means by a name: PROFILE | NAME | FIELDS
+# How names are read with each profile: PROFILE | NAME | FIELDS
 while IFS='|' read -r profile name fields; do
   got=$("$program" --profile "profiles/$profile.toml" interface --json "$name" 2>&1)
   [[ $got == "{\"input\":\"$name\"$fields}" ]] || fail "$profile $name: $got"
@@ -118,7 +118,7 @@ product-169|at-0/0/0.4095|,"type":"at","fpc":0,"pic":0,"port":0,"unit":4095
 ROWS
 ORVEX_PROFILE=profiles/virtual-fpcs.toml "$program" interface eth-1050/0/0 >/dev/null || fail 'ORVEX_PROFILE'
 
-# A bad profile is refused at its place: TOML | LINE:COLUMN and message
+# A bad profile is refused with the place of its fault: TOML | LINE:COLUMN and message
 while IFS='|' read -r toml message; do
   printf '%b' "$toml" >"$scratch/bad.toml"
   expect "$toml" 1 '' "orvex-parse: $scratch/bad.toml:$message" --profile "$scratch/bad.toml" interface eth-0
@@ -161,7 +161,7 @@ expect 'an unknown family' 2 '' "orvex-parse: --family: 'x' is not inet, inet6 o
 
 yes 10.0.0.1 | head -n 100000 >"$scratch/in"
 for disposition in - ''; do
-  # shellcheck disable=SC2064 # each turn has its own
+  # shellcheck disable=SC2064 # expanded now, for each turn
   (trap "$disposition" PIPE; exec "$program" ip --json) <"$scratch/in" 2>"$scratch/err" | head -n 1 >"$scratch/out"
   [[ ${PIPESTATUS[0]} == 0 && ! -s $scratch/err && -s $scratch/out ]] || fail "a closed pipe, SIGPIPE '$disposition'"
 done

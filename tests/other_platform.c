@@ -1,4 +1,4 @@
-/* Another router's platform: it has one interface type, numbered its own way. */
+/* Another router's platform: it has one interface type, and slot numbers of its own. */
 #include <orvex/platform.h>
 #include <string.h>
 

@@ -1,4 +1,4 @@
-/* The parser, not rebuilt, asks whatever platform library the program brings. */
+/* The parser, not rebuilt, calls the platform library that the program is linked with. */
 #include <orvex/parse.h>
 #include <string.h>
 

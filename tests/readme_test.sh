@@ -7,7 +7,7 @@ unset ORVEX_PROFILE
 failures=0
 examples=0
 
-# An example is "    $ ./dev run …" and the lines behind it, up to an empty line or another command.
+# An example is "    $ ./dev run …" and the lines after it, up to an empty line or another command.
 check() {
   [[ -n $command ]] || return
   examples=$((examples + 1))

@@ -1,4 +1,4 @@
-// Memory that tells when somebody writes outside of it.
+// Memory that shows writes outside of it.
 #ifndef ORVEX_TESTS_GUARDED_H
 #define ORVEX_TESTS_GUARDED_H
 
@@ -22,7 +22,7 @@ class Guarded {
     char *data() { return bytes_.data() + guard; }
     [[nodiscard]] size_t size() const { return bytes_.size() - 2 * guard; }
 
-    // Both guards hold, and with `whole` the bytes between them are as they were.
+    // Whether both guards are unchanged, and with `whole` the bytes between them too.
     [[nodiscard]] bool untouched(bool whole = false) const
     {
         const auto is_fill = [](char byte) { return byte == fill; };
@@ -46,11 +46,11 @@ class Guarded {
     std::vector<char> bytes_;
 };
 
-// What a formatter leaves in a buffer that is not as its text would like it.
+// What a formatter leaves in a buffer that is smaller or larger than its text.
 struct Leaves {
     size_t nothing_up_to = 0;   // a buffer up to this size holds an empty text, a larger one the text cut short,
     size_t at_most = SIZE_MAX;  // to this length
-    bool zero_rest = false;     // behind a text that fits, every byte is zero
+    bool zero_rest = false;     // after a text that fits, every byte is zero
 };
 
 // Calls `format(buf, buflen)` with every size from 0 to more than `expected` needs and checks the result, errno, the
@@ -76,8 +76,8 @@ void check_every_size(const std::string &expected, const Format &format, Leaves 
     }
 }
 
-// As above for formatters that report no failure: every size holds the text cut short, and `format` returns what
-// `result` says of the size. errno is left alone.
+// As above for formatters that report no failure: every size holds the text cut short, `format` returns `result(size)`,
+// and errno is unchanged.
 template <typename Format, typename Result>
 void check_cut_sizes(const std::string &expected, const Format &format, const Result &result)
 {
@@ -92,7 +92,7 @@ void check_cut_sizes(const std::string &expected, const Format &format, const Re
     }
 }
 
-// What a call of a parser leaves: the message of a failure, "" without one, in a guarded buffer.
+// Calls a parser with a guarded error buffer; returns the message, "" when none was written.
 template <typename Parse>
 std::string message_of(const Parse &parse, int &result)
 {
@@ -115,7 +115,7 @@ inline std::string hexadecimal(const uint8_t *bytes, size_t count)
     return text;
 }
 
-// A text in memory of its exact size, so that reads behind its end are seen.
+// A text in memory of its exact size, so that reads after its end are found.
 class Exact {
    public:
     explicit Exact(const std::string &text) : bytes_(text.c_str(), text.c_str() + text.size() + 1) {}
