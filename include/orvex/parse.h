@@ -460,9 +460,9 @@ ORVEX_PARSE_API int parse_delim_hex_addr(const char *text, uint8_t *bytes, char 
 
 /*
  * Writes `count` bytes with `delimiter` between them: two hexadecimal digits each when `style` is
- * 'x', decimal otherwise. 3 * `count` + 1 or 4 * `count` + 1 bytes hold every text. Returns one
- * more than the length of the whole text; a smaller buffer holds it cut. When `count` is 0, returns
- * 0 and writes nothing.
+ * 'x', decimal otherwise; after them a NUL and the terminator. 3 * `count` + 1 or 4 * `count` + 1
+ * bytes hold all. Returns the length of the whole text and the NUL; a smaller buffer holds it cut.
+ * When `count` is 0, returns 0 and writes nothing.
  */
 ORVEX_PARSE_API int format_delim_addr(char *buf, size_t buflen, const uint8_t *bytes,
                                       char delimiter, uint32_t count, char style);
