@@ -72,7 +72,7 @@ constexpr auto format_sysid = [](const Nsap &bytes) {
     benchmark::DoNotOptimize(text);
 };
 
-// "%02x" for every byte and "." behind those at odd places, or even ones.
+// "%02x" for every byte, and "." after each one at an odd place, or at an even one.
 template <size_t first, size_t count, size_t odd>
 void snprintf_loop(const Nsap &bytes)
 {

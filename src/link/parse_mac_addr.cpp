@@ -2,10 +2,11 @@
 
 #include <cstring>
 
-#include "old/digits.h"
+#include "text/digits.h"
 #include "text/error_text.h"
-#include "old/hex_group.h"
-#include "old/text_writer.h"
+#include "text/hex_digits.h"
+#include "text/target_numbers.h"
+#include "text/text_writer.h"
 
 namespace orvex {
 namespace {
@@ -14,32 +15,31 @@ constexpr size_t mac_size = 6;
 constexpr uint8_t mac_bits = 48;
 constexpr uint8_t group_bit = 1;
 
-// Reads up to six groups, or up to the one that a "/" ends, and counts them. Moves `at` behind the
-// last one and its separator, or to a character that should be a digit; `ended_by` stood behind the
-// last one.
-size_t read_groups(const char *&at, uint8_t *address, char &ended_by)
-{
-    size_t count = 0;
-    while (count < mac_size && read_hex_group(at, address[count], '/')) {
-        ++count;
-        ended_by = *at;
-        if (is_group_separator(ended_by)) [[likely]]
-            ++at;
-        else if (ended_by == '/')
-            break;
+struct PrefixOutputs {
+    int *seen;        // may be null
+    uint8_t *length;  // may be null
+
+    void store(uint32_t value) const
+    {
+        if (seen != nullptr) *seen = 1;
+        if (length != nullptr) *length = static_cast<uint8_t>(value);
     }
-    return count;
-}
+};
 
-void store_prefix(uint8_t length, int *pfxseen, uint8_t *pfxlen)
+// "00:11:22:33:44:55"; moves `at` past the last group.
+int read_groups(const char *&at, uint8_t *address, ErrorText error)
 {
-    if (pfxseen != nullptr) *pfxseen = 1;
-    if (pfxlen != nullptr) *pfxlen = length;
+    const char *const text = at;
+    if (read_hex_bytes(at, address, mac_size, '/') == mac_size) [[likely]]
+        return 0;
+    // "00:11" or "00:11/40"
+    if (*at == '\0' || (*at == '/' && at != text && !is_group_separator(at[-1])))
+        return refuse(error, keep_errno, not_this_form, "Incomplete mac address");
+    return refuse(error, keep_errno, not_this_form, "Invalid character '%c'", *at);
 }
 
-// "48" behind the "/"
-[[gnu::noinline]] int read_prefix(const char *text, uint32_t flags, int *pfxseen, uint8_t *pfxlen,
-                                  ErrorText error)
+// "48" after the "/"
+int read_prefix_length(const char *text, uint32_t flags, PrefixOutputs outputs, ErrorText error)
 {
     if ((flags & PARSE_MAC_PREFIX_OK) == 0)
         return refuse(error, keep_errno, rule_broken, "Address prefix not allowed");
@@ -49,35 +49,27 @@ void store_prefix(uint8_t length, int *pfxseen, uint8_t *pfxlen)
         return refuse(error, keep_errno, not_this_form, "Unexpected trailing characters");
     if (number.value > mac_bits)
         return refuse(error, keep_errno, rule_broken, "Invalid mac prefix '%s'", text);
-    store_prefix(static_cast<uint8_t>(number.value), pfxseen, pfxlen);
+    outputs.store(number.value);
+    return 0;
+}
+
+// What follows the six groups.
+int read_rest(const char *at, uint32_t flags, PrefixOutputs outputs, ErrorText error)
+{
+    if (*at == '/') return read_prefix_length(at + 1, flags, outputs, error);
+    if ((flags & PARSE_MAC_PREFIX_OK) != 0) outputs.store(mac_bits);
+    if (*at != '\0') return refuse(error, keep_errno, not_this_form, "Unexpected characters");
     return 0;
 }
 
 int check_group_bit(const uint8_t *address, uint32_t flags, ErrorText error)
 {
-    const bool group = (address[0] & group_bit) != 0;
-    if ((flags & PARSE_MAC_MULTICAST_ONLY) != 0 && !group)
+    const bool is_group = (address[0] & group_bit) != 0;
+    if ((flags & PARSE_MAC_MULTICAST_ONLY) != 0 && !is_group)
         return refuse(error, keep_errno, rule_broken, "Invalid multicast mac address");
-    if ((flags & PARSE_MAC_UNICAST_ONLY) != 0 && group)
+    if ((flags & PARSE_MAC_UNICAST_ONLY) != 0 && is_group)
         return refuse(error, keep_errno, rule_broken, "Invalid unicast mac address");
     return 0;
-}
-
-// "00:1b:2c:3d:4e:5f", and "/" with a prefix length, terminated; returns the length.
-size_t write_mac(char *buf, const uint8_t *address, bool with_prefix, uint8_t pfxlen)
-{
-    char *at = buf;
-    for (size_t i = 0; i < mac_size; ++i) {
-        at = put_hex_byte(at, address[i]);
-        *at++ = ':';
-    }
-    --at;
-    if (with_prefix) {
-        *at++ = '/';
-        at = put_octet(at, pfxlen);
-    }
-    *at = '\0';
-    return static_cast<size_t>(at - buf);
 }
 
 }  // namespace
@@ -86,35 +78,34 @@ size_t write_mac(char *buf, const uint8_t *address, bool with_prefix, uint8_t pf
 int parse_mac_addr(const char *text, uint32_t flags, uint8_t *address, int *pfxseen,
                    uint8_t *pfxlen, char *errbuf, size_t errlen)
 {
-    const orvex::ErrorText error{errbuf, errlen};
-    std::memset(address, 0, orvex::mac_size);
+    using namespace orvex;
+    const ErrorText error{errbuf, errlen};
+    std::memset(address, 0, mac_size);
     if (pfxseen != nullptr) *pfxseen = 0;
     const char *at = text;
-    char ended_by = '\0';
-    if (orvex::read_groups(at, address, ended_by) < orvex::mac_size) {
-        if (ended_by == '/' || *at == '\0')
-            return refuse(error, orvex::keep_errno, orvex::not_this_form, "Incomplete mac address");
-        return refuse(error, orvex::keep_errno, orvex::not_this_form, "Invalid character '%c'",
-                      *at);
-    }
-    if (ended_by == '/') {
-        const int result = orvex::read_prefix(at + 1, flags, pfxseen, pfxlen, error);
-        if (result != 0) return result;
-    } else {
-        if ((flags & PARSE_MAC_PREFIX_OK) != 0)
-            orvex::store_prefix(orvex::mac_bits, pfxseen, pfxlen);
-        if (ended_by != '\0')
-            return refuse(error, orvex::keep_errno, orvex::not_this_form, "Unexpected characters");
-    }
-    return orvex::check_group_bit(address, flags, error);
+    if (const int result = read_groups(at, address, error); result != 0) return result;
+    if (const int result = read_rest(at, flags, {pfxseen, pfxlen}, error); result != 0)
+        return result;
+    return check_group_bit(address, flags, error);
 }
 
 int format_mac_addr(char *buf, size_t buflen, const uint8_t *address, int pfxseen, uint8_t pfxlen)
 {
-    // The last octet's table entry is four bytes long.
-    constexpr size_t longest = sizeof "00:1b:2c:3d:4e:5f/255" + 1;
-    const auto write = [&](char *at) {
-        return orvex::write_mac(at, address, pfxseen != 0, pfxlen);
+    using namespace orvex;
+    constexpr size_t longest = sizeof "00:1b:2c:3d:4e:5f/255";
+    static_assert(longest == FORMAT_MAC_BUFSIZE);
+    const auto write = [=](char *at) {
+        for (size_t i = 0; i < mac_size; ++i) {
+            at = put_hex_byte(at, address[i]);
+            *at++ = ':';
+        }
+        --at;
+        if (pfxseen != 0) {
+            *at = '/';
+            return put_last_octet(at + 1, pfxlen);
+        }
+        *at = '\0';
+        return at;
     };
-    return static_cast<int>(orvex::write_whole_text<longest>(buf, buflen, write));
+    return static_cast<int>(write_text<longest>(buf, buflen, write));
 }

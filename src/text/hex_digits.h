@@ -31,13 +31,32 @@ constexpr bool is_group_separator(char character) { return character == '.' || c
 // and moves `at` past it. When false, `at` is on the character that should be a digit.
 constexpr bool read_hex_byte(const char *&at, uint8_t &byte, char also_ends = '\0')
 {
-    const char *const start = at;
-    uint32_t value = 0;
-    if (!read_hex_digits<2>(at, value)) return false;
-    const bool is_single = at == start + 1;
-    if (is_single && !is_group_separator(*at) && *at != '\0' && *at != also_ends) return false;
-    byte = static_cast<uint8_t>(value);
+    const unsigned first = hex_value(*at);
+    if (first >= 16) return false;
+    const unsigned second = hex_value(*++at);
+    if (second < 16) [[likely]] {
+        byte = static_cast<uint8_t>(first << 4 | second);
+        ++at;
+        return true;
+    }
+    if (!is_group_separator(*at) && *at != '\0' && *at != also_ends) return false;
+    byte = static_cast<uint8_t>(first);
     return true;
+}
+
+// Reads `count` bytes, with or without a separator between two, and returns how many there are.
+// `at` is then after the last one or, when there are fewer, on the character that should be a
+// digit.
+constexpr uint32_t read_hex_bytes(const char *&at, uint8_t *bytes, uint32_t count,
+                                  char also_ends = '\0')
+{
+    uint32_t i = 0;
+    while (read_hex_byte(at, bytes[i], also_ends)) {
+        if (++i == count) return count;
+        if (is_group_separator(*at)) [[likely]]
+            ++at;
+    }
+    return i;
 }
 
 }  // namespace orvex

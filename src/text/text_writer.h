@@ -12,10 +12,11 @@ namespace orvex {
 // Puts a whole text, or as much of it as fits with its terminator, into `buf`; one of size 0 is not
 // written. `write` writes the text and its terminator, at most `longest` bytes, and returns the
 // position of the terminator. Returns the whole text's length: it fits when that is below `buflen`.
+// `enough` is a size that is known to hold this text, where that is less than `longest`.
 template <size_t longest, typename Write>
-size_t write_text(char *buf, size_t buflen, const Write &write)
+size_t write_text(char *buf, size_t buflen, const Write &write, size_t enough = longest)
 {
-    if (buflen >= longest) [[likely]]
+    if (buflen >= enough) [[likely]]
         return static_cast<size_t>(write(buf) - buf);
     std::array<char, longest> whole;
     const auto length = static_cast<size_t>(write(whole.data()) - whole.data());

@@ -7,53 +7,71 @@
 
 namespace {
 
-using orvex_test::Row;
+constexpr int untouched = 77;
 
-// The bytes, and the prefix as seen/length; or the result and the message.
-std::string outcome(const std::string &text, uint32_t flags, size_t capacity = 20)
-{
-    orvex_test::Guarded bytes(capacity);
-    auto *const data = reinterpret_cast<uint8_t *>(bytes.data());
-    auto count = static_cast<uint8_t>(capacity);
-    int seen = 7;
-    uint16_t length = 777;
+struct Row {
+    std::vector<std::string> texts;
     int result = 0;
-    const std::string message = orvex_test::message_of(
-        [&](char *error, size_t size) {
-            return parse_iso_addr(orvex_test::Exact(text), flags, data, &count, &seen, &length, error, size);
-        },
-        result);
-    EXPECT_TRUE(bytes.untouched());
-    if (result != 0) return std::to_string(result) + ' ' + message;
-    EXPECT_TRUE(std::all_of(data + count, data + capacity, [](uint8_t byte) { return byte == 0; }));
-    EXPECT_EQ(parse_iso_addr(text.c_str(), flags, nullptr, nullptr, nullptr, nullptr, nullptr, 0), 0);
-    return orvex_test::hexadecimal(data, count) + ' ' + std::to_string(seen) + '/' + std::to_string(length);
+    const char *message = "";
+    std::string bytes = "";  // of a text that is read
+    int seen = 0;
+    int length = untouched;
+    uint8_t capacity = 20;
+};
+
+void check(uint32_t flags, const Row &row)
+{
+    for (const std::string &text : row.texts) {
+        SCOPED_TRACE(text);
+        orvex_test::Guarded bytes(row.capacity);
+        auto *const data = reinterpret_cast<uint8_t *>(bytes.data());
+        uint8_t count = row.capacity;
+        int seen = untouched;
+        uint16_t length = untouched;
+        int result = 0;
+        const std::string message = orvex_test::message_of(
+            [&](char *error, size_t size) {
+                return parse_iso_addr(orvex_test::Exact(text), flags, data, &count, &seen, &length, error, size);
+            },
+            result);
+        EXPECT_TRUE(bytes.untouched());
+        EXPECT_EQ(result, row.result);
+        EXPECT_EQ(message, row.message);
+        EXPECT_EQ(seen, row.seen);
+        EXPECT_EQ(length, row.length);
+        if (result != 0) continue;
+        EXPECT_EQ(orvex_test::hexadecimal(data, row.capacity),
+                  row.bytes + std::string(2 * row.capacity - row.bytes.size(), '0'));
+        EXPECT_EQ(count, row.bytes.size() / 2);
+        EXPECT_EQ(parse_iso_addr(text.c_str(), flags, nullptr, nullptr, nullptr, nullptr, nullptr, 0), 0);
+    }
 }
 
 }  // namespace
 
 TEST(ParseIsoAddr, Addresses)
 {
+    const auto check_row = [](const Row &row) { check(PARSE_ISO_NSAP, row); };
     const std::string longest(40, '1');
-    const std::string short_message = "-1 ISO NSAP should be at least 8 bytes with even number of nibbles\n";
-    for (const auto &[text, expected] : std::vector<std::pair<std::string, std::string>>{
-             {"49.0001.1921.6800.1001.00", "49000119216800100100 0/777"},
-             {"0100000000000100", "0100000000000100 0/777"},
-             {longest, longest + " 0/777"},
-             {longest + ".", "-1 Unexpected character in ISO NSAP"},
-             {longest + "11", "-1 Unexpected character in ISO NSAP"},
-             {"49.0001.1921.6800.1001.00/8", "-1 ISO address should not have prefix length"},
-             {"49.0001.1921.6800.1001.0", short_message},
-             {"00.0000.1921.6800.1001.00", "-2 Invalid area address in ISO NSAP"},
-             {"49.0001.0000.0000.0000.01", "-2 Invalid system-id in ISO NSAP"},
-             {"", "-1 Invalid ISO NSAP"},
-             {".49", "-1 Unexpected character in ISO NSAP"},
-             {"49..", "-1 consecutive '.' not allowed"},
-             {"4" + std::string(60, 'z'), "-1 Invalid ISO NSAP --- too long"},
-             {"4" + std::string(59, 'z'), "-1 Unexpected character in ISO NSAP"}})
-        EXPECT_EQ(outcome(text, PARSE_ISO_NSAP), expected) << text;
-    EXPECT_EQ(outcome(longest + "11", PARSE_ISO_NSAP, 21), "-1 ISO NSAP too long");
-    EXPECT_EQ(outcome("49", PARSE_ISO_NSAP, 0), "-1 Unexpected character in ISO NSAP");
+    const char *const too_long = "Invalid ISO NSAP --- too long";
+    const char *const character = "Unexpected character in ISO NSAP";
+    const char *const too_short = "ISO NSAP should be at least 8 bytes with even number of nibbles\n";
+    check_row({.texts = {"49.0001.1921.6800.1001.00", "4900.0119.2168.0010.0100."}, .bytes = "49000119216800100100"});
+    check_row({.texts = {"0100000000000100"}, .bytes = "0100000000000100"});
+    check_row({.texts = {longest}, .bytes = longest});
+    check_row({.texts = {""}, .result = -1, .message = "Invalid ISO NSAP"});
+    check_row({.texts = {"4" + std::string(60, 'z')}, .result = -1, .message = too_long});
+    check_row({.texts = {".49", "4" + std::string(59, 'z'), longest + ".", longest + "11"},
+               .result = -1,
+               .message = character});
+    check_row({.texts = {"49"}, .result = -1, .message = character, .capacity = 0});
+    check_row({.texts = {"49.."}, .result = -1, .message = "consecutive '.' not allowed"});
+    check_row({.texts = {"490.001"}, .result = -1, .message = "'.' character not on byte boundary"});
+    check_row({.texts = {"49.0001/8"}, .result = -1, .message = "ISO address should not have prefix length"});
+    check_row({.texts = {"49.0001.1921.68", "49.0001.1921.6800.1001.0"}, .result = -1, .message = too_short});
+    check_row({.texts = {longest + "11"}, .result = -1, .message = "ISO NSAP too long", .capacity = 21});
+    check_row({.texts = {"00.0000.1921.6800.1001.00"}, .result = -2, .message = "Invalid area address in ISO NSAP"});
+    check_row({.texts = {"49.0001.0000.0000.0000.01"}, .result = -2, .message = "Invalid system-id in ISO NSAP"});
     uint8_t bytes[20];
     char error[8] = "as is";
     EXPECT_EQ(parse_iso_addr("49", 0, bytes, nullptr, nullptr, nullptr, error, sizeof error), -1);
@@ -62,24 +80,22 @@ TEST(ParseIsoAddr, Addresses)
 
 TEST(ParseIsoAddr, Prefixes)
 {
-    for (const auto &[text, expected] : std::vector<std::pair<std::string, std::string>>{
-             {"49.0001/24", "490001 1/24"},
-             {"49.0001.2/28", "49000120 1/28"},
-             {"49./8", "49 1/8"},
-             {"00/", "00 1/0"},
-             {"49.8/-4294967287", "4980 1/9"},
-             {std::string(38, '1') + "/152", std::string(38, '1') + " 1/152"},
-             {std::string(40, '1') + "/152", "-2 ISO prefix too long"},
-             {"49.0001", "-1 Missing prefix length"},
-             {"49.0001/24x", "-1 Invalid prefix length"},
-             {"49.0001/153", "-2 Prefix length too long"},
-             {"49.0001/8", "-1 host portion is not all zeroes"},
-             {"49.0100/15", "-1 host portion is not all zeroes"},
-         })
-        EXPECT_EQ(outcome(text, 0), expected) << text;
-    uint16_t length = 0;
-    EXPECT_EQ(parse_iso_addr("49.0001/x", 0, nullptr, nullptr, nullptr, &length, nullptr, 0), -1);
-    EXPECT_EQ(length, 24);
+    const auto check_row = [](const Row &row) { check(0, row); };
+    const std::string longest(38, '1');
+    const char *const host = "host portion is not all zeroes";
+    const char *const not_number = "Invalid prefix length";
+    const char *const too_long = "Prefix length too long";
+    check_row({.texts = {"49.0001/24"}, .bytes = "490001", .seen = 1, .length = 24});
+    check_row({.texts = {"49.0001.2/28"}, .bytes = "49000120", .seen = 1, .length = 28});
+    check_row({.texts = {"49./100"}, .bytes = "49", .seen = 1, .length = 100});
+    check_row({.texts = {"00/"}, .bytes = "00", .seen = 1, .length = 0});
+    check_row({.texts = {"49.8/-4294967287"}, .bytes = "4980", .seen = 1, .length = 9});
+    check_row({.texts = {longest + "/152"}, .bytes = longest, .seen = 1, .length = 152});
+    check_row({.texts = {"49.0001"}, .result = -1, .message = "Missing prefix length"});
+    check_row({.texts = {longest + "1/152"}, .result = -2, .message = "ISO prefix too long"});
+    check_row({.texts = {"49.0001/24x", "49.0001/ "}, .result = -1, .message = not_number, .length = 24});
+    check_row({.texts = {"49.0001/153", "49.0001/4294967312"}, .result = -2, .message = too_long, .length = 24});
+    check_row({.texts = {"49.0001/8", "49.0100/15", "49.0001/23"}, .result = -1, .message = host, .length = 24});
 }
 
 TEST(ParseIsIsoAddr, Shapes)
@@ -94,29 +110,41 @@ TEST(ParseIsIsoAddr, Shapes)
 TEST(FormatIsoAddr, RoundTripsAtEverySize)
 {
     std::mt19937 random(1);
-    for (uint8_t count = 0; count <= 20; ++count) {
+    for (uint8_t count = 1; count <= 20; ++count) {
         std::vector<uint8_t> bytes(count);
         for (uint8_t &byte : bytes) byte = static_cast<uint8_t>(random() | 1);
+        const std::string digits = orvex_test::hexadecimal(bytes.data(), count);
         const auto length = static_cast<uint16_t>(8 * count);
         char text[80];
-        EXPECT_EQ(format_iso_addr(bytes.data(), count, 0, 0, text, sizeof text), count == 0 ? 1 : 2);
-        EXPECT_TRUE(count < 8 ||
-                    outcome(text, PARSE_ISO_NSAP) == orvex_test::hexadecimal(bytes.data(), count) + " 0/777")
-            << text;
+        format_iso_addr(bytes.data(), count, 0, 0, text, sizeof text);
         const std::string address = text;
-        format_iso_addr(bytes.data(), count, 1, length, text, sizeof text);
-        EXPECT_TRUE(count == 0 || count == 20 ||
-                    outcome(text, 0) == orvex_test::hexadecimal(bytes.data(), count) + " 1/" + std::to_string(length))
-            << text;
-        const std::string prefix = count == 0 ? "0/0" : address + '/' + std::to_string(length);
-        // What is left for the last piece, as far as it needs it.
-        const size_t before = count == 0 ? 0 : address.size();
+        if (count >= 8) check(PARSE_ISO_NSAP, {.texts = {address}, .bytes = digits});
+        const std::string prefix = address + '/' + std::to_string(length);
+        if (count < 20) check(0, {.texts = {prefix}, .bytes = digits, .seen = 1, .length = length});
+        // What is left for the last piece, a byte or the prefix length, as far as it needs it.
+        const auto last_piece = [](size_t before, size_t needed) {
+            return [=](size_t size) { return size <= before ? 0 : std::min(needed, size - before); };
+        };
+        orvex_test::check_cut_sizes(
+            address, [&](char *buf, size_t size) { return format_iso_addr(bytes.data(), count, 0, 5, buf, size); },
+            last_piece(address.size() - 2, 2));
         orvex_test::check_cut_sizes(
             prefix, [&](char *buf, size_t size) { return format_iso_addr(bytes.data(), count, 1, length, buf, size); },
-            [&](size_t size) { return size <= before ? 0 : std::min(prefix.size() - before, size - before); });
+            last_piece(address.size(), prefix.size() - address.size()));
     }
-    const uint8_t bytes[] = {0x49, 0, 1};
+}
+
+TEST(FormatIsoAddr, NoBytesDefaultPrefixAndMost)
+{
+    const std::vector<uint8_t> most(255, 0x49);
+    char text[700];
+    EXPECT_EQ(format_iso_addr(nullptr, 0, 0, 24, text, sizeof text), 1);
+    EXPECT_STREQ(text, "0");
+    EXPECT_EQ(format_iso_addr(nullptr, 0, 1, 24, text, sizeof text), 3);
+    EXPECT_STREQ(text, "0/24");
+    EXPECT_EQ(format_iso_addr(most.data(), 255, 1, 65535, text, sizeof text), 6);
+    EXPECT_STREQ(text + 630, "49.4949/65535");
     orvex_test::check_cut_sizes(
-        "49.0001", [&](char *buf, size_t size) { return format_iso_addr(bytes, 3, 0, 5, buf, size); },
-        [](size_t size) { return size <= 5 ? 0 : std::min(size_t{2}, size - 5); });
+        "0/0", [&](char *buf, size_t size) { return format_iso_addr(most.data(), 255, 1, 0, buf, size); },
+        [](size_t size) { return std::min(size, size_t{3}); });
 }

@@ -9,47 +9,62 @@ namespace {
 
 using Parser = int(const char *, uint8_t *, char *, size_t, uint32_t);
 
-std::string outcome(Parser *parse, const char *text, uint32_t count)
-{
-    orvex_test::Guarded bytes(count);
-    auto *const data = reinterpret_cast<uint8_t *>(bytes.data());
+struct Row {
+    std::vector<std::string> texts;
     int result = 0;
-    const std::string message = orvex_test::message_of(
-        [&](char *error, size_t size) { return parse(orvex_test::Exact(text), data, error, size, count); }, result);
-    EXPECT_TRUE(bytes.untouched());
-    return result == 0 ? orvex_test::hexadecimal(data, count) : std::to_string(result) + ' ' + message;
+    const char *message = "";
+    std::string bytes = "00000000";
+};
+
+void check(Parser *parse, const Row &row)
+{
+    for (const std::string &text : row.texts) {
+        SCOPED_TRACE(text);
+        const auto count = static_cast<uint32_t>(row.bytes.size() / 2);
+        orvex_test::Guarded bytes(count);
+        auto *const data = reinterpret_cast<uint8_t *>(bytes.data());
+        int result = 0;
+        const std::string message = orvex_test::message_of(
+            [&](char *error, size_t size) { return parse(orvex_test::Exact(text), data, error, size, count); }, result);
+        EXPECT_TRUE(bytes.untouched());
+        EXPECT_EQ(result, row.result);
+        EXPECT_EQ(message, row.message);
+        EXPECT_EQ(orvex_test::hexadecimal(data, count), row.bytes);
+    }
 }
 
 }  // namespace
 
 TEST(ParseDelimAddr, Decimal)
 {
-    orvex_test::check_groups({{"0a010203", {"10.1.2.3"}},
-                              {"0a010200", {"10:1.2"}},
-                              {"00000000", {""}},
-                              {"00010000", {".1.."}},
-                              {"01020304", {"001.002.003.004"}},
-                              {"ff000000", {"000000000000255"}},
-                              {"-1 Unexpected characters", {"0001.002.003.004"}},
-                              {"-1 Address out-of-range", {"256.1.1.1", "0256", "4294967296", "1.2.3.256.", "999.-"}},
-                              {"-1 Unexpected character '.'", {"1.2.3.4."}},
-                              {"-1 Unexpected character ':'", {"1.2.3.4:5"}},
-                              {"-1 Invalid character '-'", {"999-", "1.2.-.4"}}},
-                             [](const std::string &text) { return outcome(parse_delim_dec_addr, text.c_str(), 4); });
-    EXPECT_EQ(outcome(parse_delim_dec_addr, "255", 1), "ff");
-    EXPECT_EQ(outcome(parse_delim_dec_addr, "1", 0), "-2 ");
+    const auto check_row = [](const Row &row) { check(parse_delim_dec_addr, row); };
+    const char *const range = "Address out-of-range";
+    check_row({.texts = {""}});
+    check_row({.texts = {"10:1.2", "010.1.2."}, .bytes = "0a010200"});
+    check_row({.texts = {".1.."}, .bytes = "00010000"});
+    check_row({.texts = {"001.002.003.255"}, .bytes = "010203ff"});
+    check_row({.texts = {"000000000000255"}, .bytes = "ff000000"});
+    check_row({.texts = {"0001.002.003.004"}, .result = -1, .message = "Unexpected characters", .bytes = "01020300"});
+    check_row({.texts = {"256.1.1.1", "0256", "4294967296", "257.-"}, .result = -1, .message = range});
+    check_row({.texts = {"1.2.3.256."}, .result = -1, .message = range, .bytes = "01020300"});
+    check_row({.texts = {"1.2.3.4."}, .result = -1, .message = "Unexpected character '.'", .bytes = "01020300"});
+    check_row({.texts = {"1.2.3.4:5"}, .result = -1, .message = "Unexpected character ':'", .bytes = "01020300"});
+    check_row({.texts = {"1.999-", "1.-2"}, .result = -1, .message = "Invalid character '-'", .bytes = "01000000"});
+    check_row({.texts = {"1"}, .result = -2, .bytes = ""});
 }
 
 TEST(ParseDelimAddr, Hexadecimal)
 {
-    orvex_test::check_groups({{"0a010203", {"0a:1.2:3"}},
-                              {"0a0b0c0d", {"0a0B0c0D"}},
-                              {"-1 Incomplete delimited address", {"0a:0b:0c", ""}},
-                              {"-1 Unexpected characters", {"0a:0b:0c:0d:", "0a0b0c0d0", "0a:0b:0c:0d/8"}},
-                              {"-1 Invalid character ':'", {"0a::0b:0c:0d"}},
-                              {"-1 Invalid character '/'", {"0a:0b:0c:0/"}}},
-                             [](const std::string &text) { return outcome(parse_delim_hex_addr, text.c_str(), 4); });
-    EXPECT_EQ(outcome(parse_delim_hex_addr, "1", 0), "-2 ");
+    const auto check_row = [](const Row &row) { check(parse_delim_hex_addr, row); };
+    const char *const incomplete = "Incomplete delimited address";
+    const char *const unexpected = "Unexpected characters";
+    check_row({.texts = {"0a:B.c:0D", "0a0b0c0d"}, .bytes = "0a0b0c0d"});
+    check_row({.texts = {""}, .result = -1, .message = incomplete});
+    check_row({.texts = {"0a:0b:c:", "a:b:c"}, .result = -1, .message = incomplete, .bytes = "0a0b0c00"});
+    check_row({.texts = {"a:b:c:0d:", "0a0b0c0d0"}, .result = -1, .message = unexpected, .bytes = "0a0b0c0d"});
+    check_row({.texts = {"0a::0b:0c"}, .result = -1, .message = "Invalid character ':'", .bytes = "0a000000"});
+    check_row({.texts = {"0a:0/"}, .result = -1, .message = "Invalid character '/'", .bytes = "0a000000"});
+    check_row({.texts = {"1"}, .result = -2, .bytes = ""});
 }
 
 TEST(FormatDelimAddr, RoundTripsAtEverySize)
@@ -62,18 +77,25 @@ TEST(FormatDelimAddr, RoundTripsAtEverySize)
             std::vector<char> text(4 * count + 1, '\x5a');
             const int result = format_delim_addr(text.data(), text.size(), bytes.data(), ':', count, style);
             EXPECT_EQ(static_cast<size_t>(result), strlen(text.data()) + 1);
-            EXPECT_EQ(outcome(style == 'x' ? parse_delim_hex_addr : parse_delim_dec_addr, text.data(), count),
-                      orvex_test::hexadecimal(bytes.data(), count));
+            check(style == 'x' ? parse_delim_hex_addr : parse_delim_dec_addr,
+                  {.texts = {text.data()}, .bytes = orvex_test::hexadecimal(bytes.data(), count)});
             orvex_test::check_cut_sizes(
                 text.data(),
                 [&](char *buf, size_t size) { return format_delim_addr(buf, size, bytes.data(), ':', count, style); },
                 [&](size_t) { return result; });
         }
     }
-    char text[9] = "as it is";
+}
+
+TEST(FormatDelimAddr, CountsANulAndTerminatesTheText)
+{
+    const uint8_t bytes[] = {10, 1, 2, 3};
+    char text[17] = "................";
     EXPECT_EQ(format_delim_addr(text, sizeof text, nullptr, '.', 0, 'x'), 0);
-    EXPECT_STREQ(text, "as it is");
-    const uint8_t bytes[] = {10, 1, 2, 255};
-    EXPECT_EQ(format_delim_addr(text, 9, bytes, '.', 4, 0), 11);
-    EXPECT_STREQ(text, "10.1.2.2");
+    EXPECT_STREQ(text, "................");
+    for (const size_t size : {size_t{17}, size_t{10}}) {
+        memset(text, '.', sizeof text);
+        EXPECT_EQ(format_delim_addr(text, size, bytes, ':', 4, 0), 9);
+        EXPECT_EQ(std::string(text, 12), std::string("10:1:2:3\0\0..", 12)) << size;
+    }
 }

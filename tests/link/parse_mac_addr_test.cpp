@@ -7,63 +7,89 @@
 
 namespace {
 
-// "001b2c3d4e5f 1/48", the address and the prefix; or the result and the message.
-std::string outcome(const char *text, uint32_t flags)
-{
-    uint8_t address[6];
-    int seen = 7;
-    uint8_t length = 77;
-    int result = 0;
-    const std::string message = orvex_test::message_of(
-        [&](char *error, size_t size) {
-            return parse_mac_addr(orvex_test::Exact(text), flags, address, &seen, &length, error, size);
-        },
-        result);
-    EXPECT_EQ(parse_mac_addr(text, flags, address, nullptr, nullptr, nullptr, 0), result);
-    if (result != 0) return std::to_string(result) + ' ' + message;
-    return orvex_test::hexadecimal(address, 6) + ' ' + std::to_string(seen) + '/' + std::to_string(length);
-}
+constexpr int untouched = 77;
 
-void check(uint32_t flags, const std::vector<orvex_test::Group> &groups)
+struct Row {
+    std::vector<std::string> texts;
+    uint32_t flags = 0;
+    int result = 0;
+    const char *message = "";
+    std::string address = "010203040506";
+    int seen = 0;
+    int length = untouched;
+};
+
+void check(const Row &row)
 {
-    orvex_test::check_groups(groups, [flags](const std::string &text) { return outcome(text.c_str(), flags); });
+    for (const std::string &text : row.texts) {
+        SCOPED_TRACE(text);
+        uint8_t address[6];
+        int seen = untouched;
+        uint8_t length = untouched;
+        int result = 0;
+        const std::string message = orvex_test::message_of(
+            [&](char *error, size_t size) {
+                return parse_mac_addr(orvex_test::Exact(text), row.flags, address, &seen, &length, error, size);
+            },
+            result);
+        EXPECT_EQ(result, row.result);
+        EXPECT_EQ(message, row.message);
+        EXPECT_EQ(orvex_test::hexadecimal(address, 6), row.address);
+        EXPECT_EQ(seen, row.seen);
+        EXPECT_EQ(length, row.length);
+        EXPECT_EQ(parse_mac_addr(text.c_str(), row.flags, address, nullptr, nullptr, nullptr, 0), row.result);
+    }
 }
 
 }  // namespace
 
-TEST(ParseMacAddr, FormsAndRefusals)
+TEST(ParseMacAddr, Groups)
 {
-    check(0, {{"0011223a4b55 0/77",
-               {"00:11:22:3a:4B:55", "00.11.22.3a.4b.55", "0011.223a.4b55", "0011223A4b55", "0:11:22:3a:4b:55"}},
-              {"120304050607 0/77", {"123:4:5:6:7"}},
-              {"-1 Incomplete mac address", {"", "00:11:22:33:44", "00:11:22:33:44:", "00:11/40"}},
-              {"-1 Invalid character '/'", {"/48", "00:11:22:33:44:/8"}},
-              {"-1 Invalid character ':'", {"00::11:22:33:44:55"}},
-              {"-1 Invalid character 'g'", {"0g:11:22:33:44:55"}},
-              {"-1 Unexpected characters",
-               {"00:11:22:33:44:55:", "00:11:22:33:44:5:", "00112233445566", "00:11:22:33:44:55 "}},
-              {"-2 Address prefix not allowed", {"00:11:22:33:44:55/48"}}});
-    check(PARSE_MAC_PREFIX_OK,
-          {{"001122334455 1/48", {"00:11:22:33:44:55", "001122334455/48", "00:11:22:33:44:55/ +048"}},
-           {"001122334405 1/0", {"00:11:22:33:44:5/0"}},
-           {"001122334455 1/24", {"00:11:22:33:44:55/-4294967272"}},
-           {"-2 Invalid mac prefix '49'", {"00:11:22:33:44:55/49"}},
-           {"-1 Missing mac prefix", {"00:11:22:33:44:55/"}},
-           {"-1 Unexpected trailing characters", {"00:11:22:33:44:55/4x"}},
-           {"-1 Unexpected characters", {"00:11:22:33:44:55:/4"}}});
-    check(PARSE_MAC_MULTICAST_ONLY,
-          {{"01005e000001 0/77", {"01:00:5e:00:00:01"}}, {"-2 Invalid multicast mac address", {"2:0:0:0:0:1"}}});
-    check(PARSE_MAC_UNICAST_ONLY,
-          {{"02005e000001 0/77", {"02:00:5e:00:00:01"}}, {"-2 Invalid unicast mac address", {"1:0:0:0:0:1"}}});
-    check(PARSE_MAC_MULTICAST_ONLY | PARSE_MAC_UNICAST_ONLY, {{"-2 Invalid multicast mac address", {"0:0:0:0:0:0"}}});
+    const char *const incomplete = "Incomplete mac address";
+    check({.texts = {"01:02:03:04:05:06", "0102.0304:0506", "010203040506", "1:2:3:4:5:6"}});
+    check({.texts = {"aBC:4:5:6:fD"}, .address = "ab0c040506fd"});
+    check({.texts = {""}, .result = -1, .message = incomplete, .address = "000000000000"});
+    check(
+        {.texts = {"11:22:3", "11:22:3:", "11223/8"}, .result = -1, .message = incomplete, .address = "112203000000"});
+    check({.texts = {"/48"}, .result = -1, .message = "Invalid character '/'", .address = "000000000000"});
+    check({.texts = {"11:/48"}, .result = -1, .message = "Invalid character '/'", .address = "110000000000"});
+    check({.texts = {"11::22"}, .result = -1, .message = "Invalid character ':'", .address = "110000000000"});
+    check({.texts = {"11-22", "11:2-"}, .result = -1, .message = "Invalid character '-'", .address = "110000000000"});
+    check({.texts = {"010203040506:", "01020304050607", "1:2:3:4:5:06 "},
+           .result = -1,
+           .message = "Unexpected characters"});
+}
 
-    uint8_t address[6];
-    int seen = 7;
-    uint8_t length = 77;
-    EXPECT_EQ(parse_mac_addr("01:02:03:4x", 1, address, &seen, &length, nullptr, 0), -1);
-    EXPECT_EQ(orvex_test::hexadecimal(address, 6) + std::to_string(seen * 100 + length), "01020300000077");
-    EXPECT_EQ(parse_mac_addr("1:2:3:4:5:6:7", 1, address, &seen, &length, nullptr, 0), -1);
-    EXPECT_EQ(seen * 100 + length, 148);
+TEST(ParseMacAddr, PrefixLengths)
+{
+    constexpr uint32_t ok = PARSE_MAC_PREFIX_OK;
+    check({.texts = {"1:2:3:4:5:6", "1:2:3:4:5:6/ +048"}, .flags = ok, .seen = 1, .length = 48});
+    check({.texts = {"010203040506/0"}, .flags = ok, .seen = 1, .length = 0});
+    check({.texts = {"1:2:3:4:5:6/-4294967272"}, .flags = ok, .seen = 1, .length = 24});
+    check({.texts = {"1:2:3:4:5:6/48"}, .result = -2, .message = "Address prefix not allowed"});
+    check({.texts = {"1:2:3:4:5:6/49"}, .flags = ok, .result = -2, .message = "Invalid mac prefix '49'"});
+    check({.texts = {"1:2:3:4:5:6/", "1:2:3:4:5:6/x"}, .flags = ok, .result = -1, .message = "Missing mac prefix"});
+    check({.texts = {"1:2:3:4:5:6/4x"}, .flags = ok, .result = -1, .message = "Unexpected trailing characters"});
+    check({.texts = {"1:2:3:4:5:6:/4"},
+           .flags = ok,
+           .result = -1,
+           .message = "Unexpected characters",
+           .seen = 1,
+           .length = 48});
+}
+
+TEST(ParseMacAddr, GroupBit)
+{
+    constexpr uint32_t unicast = PARSE_MAC_UNICAST_ONLY;
+    constexpr uint32_t multicast = PARSE_MAC_MULTICAST_ONLY;
+    const char *const group = "010203040506";
+    const char *const single = "fe0203040506";
+    const char *const no_multicast = "Invalid multicast mac address";
+    check({.texts = {group}, .flags = multicast});
+    check({.texts = {single}, .flags = unicast, .address = single});
+    check({.texts = {group}, .flags = unicast, .result = -2, .message = "Invalid unicast mac address"});
+    for (const uint32_t flags : {multicast, multicast | unicast})
+        check({.texts = {single}, .flags = flags, .result = -2, .message = no_multicast, .address = single});
 }
 
 TEST(FormatMacAddr, RoundTripsAtEverySize)
@@ -76,14 +102,19 @@ TEST(FormatMacAddr, RoundTripsAtEverySize)
         const auto length = static_cast<uint8_t>(random() % 49);
         char text[FORMAT_MAC_BUFSIZE];
         format_mac_addr(text, sizeof text, address, seen, length);
-        EXPECT_EQ(outcome(text, seen ? 1 : 0),
-                  orvex_test::hexadecimal(address, 6) + (seen ? " 1/" + std::to_string(length) : " 0/77"));
+        check({.texts = {text},
+               .flags = seen != 0 ? PARSE_MAC_PREFIX_OK : 0,
+               .address = orvex_test::hexadecimal(address, 6),
+               .seen = seen,
+               .length = seen != 0 ? length : untouched});
         orvex_test::check_cut_sizes(
             text, [&](char *buf, size_t size) { return format_mac_addr(buf, size, address, seen, length); },
             [&](size_t) { return strlen(text); });
     }
     const uint8_t address[6] = {0, 0x1b, 0x2c, 0x3d, 0x4e, 0x5f};
-    char text[FORMAT_MAC_BUFSIZE];
-    EXPECT_EQ(format_mac_addr(text, sizeof text, address, 1, 255), 21);
+    char text[] = "......................";
+    EXPECT_EQ(format_mac_addr(text, FORMAT_MAC_BUFSIZE, address, 1, 7), 19);
+    EXPECT_EQ(std::string(text, 22), std::string("00:1b:2c:3d:4e:5f/7\0..", 22));
+    EXPECT_EQ(format_mac_addr(text, FORMAT_MAC_BUFSIZE, address, 1, 255), 21);
     EXPECT_STREQ(text, "00:1b:2c:3d:4e:5f/255");
 }
