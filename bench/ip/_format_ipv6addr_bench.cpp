@@ -50,7 +50,7 @@ constexpr auto print_groups = [](const Address &address) {
 
 void add_format_ipv6addr_rows()
 {
-    add_row("format_ipv6addr_compressed", {1.05, 1.05}, random_address, ours(0), ntop);
+    add_row("format_ipv6addr_compressed", {0.18, 0.2}, random_address, ours(0), ntop);
     add_row("format_ipv6addr_fixed_width", {0.05, 0.05}, random_address, ours(1), print_groups);
 }
 

@@ -71,7 +71,7 @@ constexpr auto ntop = [](const Address &bytes) {
 
 void add_format_rfc5952_rows()
 {
-    add_row("format_rfc5952", {0.4, 0.4}, long_text, canonical, pton_and_ntop);
+    add_row("format_rfc5952", {0.3, 0.3}, long_text, canonical, pton_and_ntop);
     add_row("format_in6_addr", {0.15, 0.15}, address, right_aligned, ntop);
     add_row("format_in6_prefix", {0.15, 0.15}, address, right_aligned_prefix, ntop);
 }

@@ -1,22 +1,20 @@
-#include <arpa/inet.h>
 #include <orvex/parse.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
 
-#include "old/digits.h"
+#include "text/bytes.h"
+#include "text/digits.h"
 #include "text/insist.h"
-#include "old/text_writer.h"
+#include "text/ipv6_text.h"
+#include "text/text_writer.h"
 
 namespace orvex {
 namespace {
 
-constexpr size_t ipv6_size = 16;
-constexpr uint32_t ipv6_bits = 128;
-// Two fixed-width texts of 39 characters, the "/" between them and the terminator
-constexpr size_t longest_fixed_width_text = 80;
+// "2001:0db8:0000:0000:0000:0000:0000:0001"
+constexpr size_t fixed_width_length = 39;
 
 // What is printed of a value.
 struct Ipv6Value {
@@ -26,8 +24,13 @@ struct Ipv6Value {
     const uint8_t *mask;  // null: none
 };
 
-// Writes "2001:0db8:0000:0000:0000:0000:0000:0001" and one byte more, which what follows replaces;
-// answers the position behind the text.
+size_t out_of_room()
+{
+    errno = ENOSPC;
+    return 0;
+}
+
+// Writes an address in the fixed-width form, and a terminator.
 char *put_fixed_width(char *at, const uint8_t *address)
 {
     for (size_t byte = 0; byte < ipv6_size; byte += 2) {
@@ -35,65 +38,65 @@ char *put_fixed_width(char *at, const uint8_t *address)
         at = put_hex_byte(at, address[byte + 1]);
         *at++ = ':';
     }
-    return at - 1;
-}
-
-// Writes what inet_ntop makes of an address, or nothing at all when it does not fit.
-bool put_compressed(TextWriter &out, const uint8_t *address)
-{
-    // inet_ntop takes 32-bit sizes; no text needs more than this.
-    const auto room = static_cast<socklen_t>(std::min<size_t>(out.room(), INET6_ADDRSTRLEN));
-    if (inet_ntop(AF_INET6, address, out.position(), room) == nullptr) return false;
-    out.advance(std::strlen(out.position()));
-    return true;
-}
-
-// Writes the whole text and its terminator; returns its length.
-size_t write_fixed_width(char *text, const Ipv6Value &value)
-{
-    char *at = put_fixed_width(text, value.address);
-    if (value.pfxseen) {
-        *at = '/';
-        at = put_decimal(at + 1, value.pfxlen, 4);
-    } else if (value.mask != nullptr) {
-        *at = '/';
-        at = put_fixed_width(at + 1, value.mask);
-    }
-    *at = '\0';
-    return static_cast<size_t>(at - text);
+    *--at = '\0';
+    return at;
 }
 
 size_t format_fixed_width(const Ipv6Value &value, char *buf, size_t buflen)
 {
-    const size_t length = write_whole_text<longest_fixed_width_text>(
-        buf, buflen, [&value](char *text) { return write_fixed_width(text, value); });
-    if (length >= buflen) {
-        errno = ENOSPC;
-        return 0;
+    size_t length = write_text<fixed_width_length + 1>(
+        buf, buflen, [&value](char *at) { return put_fixed_width(at, value.address); });
+    if (length >= buflen) return out_of_room();
+    if (value.pfxseen) {
+        length +=
+            write_text<1 + decimal_room + 1>(buf + length, buflen - length, [&value](char *at) {
+                *at++ = '/';
+                return put_decimal(at, value.pfxlen, 4);
+            });
+    } else if (value.mask != nullptr) {
+        length += write_text<1 + fixed_width_length + 1>(buf + length, buflen - length,
+                                                         [&value](char *at) {
+                                                             *at++ = '/';
+                                                             return put_fixed_width(at, value.mask);
+                                                         });
     }
+    if (length >= buflen) return out_of_room();
     std::memset(buf + length, 0, buflen - length);
     return length;
 }
 
-bool write_compressed(TextWriter &out, const Ipv6Value &value)
+// Writes an address in the compressed form, whole or, where it does not fit, as an empty text.
+// Returns the length of what it wrote.
+size_t write_whole_ipv6(char *buf, size_t buflen, const uint8_t *address)
 {
-    if (!put_compressed(out, value.address)) {
-        *out.position() = '\0';
-        return false;
-    }
+    if (buflen > longest_ipv6_text) [[likely]]
+        return static_cast<size_t>(put_ipv6(buf, address) - buf);
+    std::array<char, longest_ipv6_text + 1> text;
+    auto length = static_cast<size_t>(put_ipv6(text.data(), address) - text.data());
+    if (length >= buflen) length = 0;
+    std::memcpy(buf, text.data(), length);
+    buf[length] = '\0';
+    return length;
+}
+
+size_t format_compressed(const Ipv6Value &value, char *buf, size_t buflen)
+{
+    size_t length = write_whole_ipv6(buf, buflen, value.address);
+    if (length == 0) return out_of_room();
     if (value.pfxseen) {
-        std::array<char, 1 + decimal_room> text;
-        text[0] = '/';
-        const char *const end = put_decimal(&text[1], value.pfxlen);
-        out.put(text.data(), static_cast<size_t>(end - text.data()));
+        length +=
+            write_text<1 + decimal_room + 1>(buf + length, buflen - length, [&value](char *at) {
+                *at++ = '/';
+                return put_decimal(at, value.pfxlen);
+            });
     } else if (value.mask != nullptr) {
-        out.put('/');
-        if (!put_compressed(out, value.mask)) {
-            if (!out.overflowed()) *out.position() = '\0';
-            return false;
-        }
+        if (length + 1 == buflen) return out_of_room();
+        buf[length++] = '/';
+        const size_t mask_length = write_whole_ipv6(buf + length, buflen - length, value.mask);
+        if (mask_length == 0) return out_of_room();
+        length += mask_length;
     }
-    return true;
+    return length < buflen ? length : out_of_room();
 }
 
 }  // namespace
@@ -105,10 +108,7 @@ size_t _format_ipv6addr(const void *address, uint8_t full_form, int pfxseen, uin
     using namespace orvex;
 
     const bool has_address = insist(address != nullptr, "_format_ipv6addr", "address != NULL");
-    if (buf == nullptr || buflen == 0) {
-        errno = ENOSPC;
-        return 0;
-    }
+    if (buf == nullptr || buflen == 0) return out_of_room();
     if (!has_address) {
         *buf = '\0';
         errno = EINVAL;
@@ -116,14 +116,8 @@ size_t _format_ipv6addr(const void *address, uint8_t full_form, int pfxseen, uin
     }
     const Ipv6Value value{static_cast<const uint8_t *>(address), pfxseen != 0, pfxlen,
                           maskseen != 0 ? static_cast<const uint8_t *>(mask) : nullptr};
-    if (full_form != 0) return format_fixed_width(value, buf, buflen);
-    TextWriter out(buf, buflen);
-    if (!write_compressed(out, value)) return 0;
-    if (out.overflowed()) {
-        errno = ENOSPC;
-        return 0;
-    }
-    return out.length();
+    return full_form != 0 ? format_fixed_width(value, buf, buflen)
+                          : format_compressed(value, buf, buflen);
 }
 
 size_t format_ipv6addr_partial(const void *prefix, uint32_t pfxlen, uint8_t pfxseen, char *buf,

@@ -3,32 +3,40 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 
-#include "old/digits.h"
+#include "text/bytes.h"
+#include "text/digits.h"
 #include "text/insist.h"
-#include "old/text_writer.h"
+#include "text/text_writer.h"
 
 namespace orvex {
 namespace {
 
-// "255.255.255.255/255.255.255.255" and its terminator
-constexpr size_t longest_ipv4_text = 32;
+// "255.255.255.255"
+constexpr size_t longest_quad = 15;
+
+// What is printed of a value.
+struct Ipv4Value {
+    const uint8_t *address;
+    bool pfxseen;
+    uint8_t pfxlen;
+    const uint8_t *mask;  // null: none
+};
 
 struct Keyword {
     uint32_t word;
-    size_t length;
-    const char *text;
+    std::string_view text;
 };
 
 constexpr std::array<Keyword, 2> keywords = {{
-    {IPADDR_ANY_UNICAST, 11, "any-unicast"},
-    {IPADDR_ANY_MULTICAST, 13, "any-multicast"},
+    {IPADDR_ANY_UNICAST, "any-unicast"},
+    {IPADDR_ANY_MULTICAST, "any-multicast"},
 }};
 
 const Keyword *find_keyword(const uint8_t *mask)
 {
-    uint32_t word = 0;
-    std::memcpy(&word, mask, sizeof word);
+    const auto word = load_native<uint32_t>(mask);
     for (const Keyword &keyword : keywords)
         if (keyword.word == word) return &keyword;
     return nullptr;
@@ -42,52 +50,63 @@ size_t out_of_room()
 
 size_t write_keyword(const Keyword &keyword, char *buf, size_t buflen)
 {
-    if (buflen <= keyword.length) return out_of_room();
-    std::memcpy(buf, keyword.text, keyword.length + 1);
-    return keyword.length;
+    const size_t length = keyword.text.size();
+    if (buflen <= length) return out_of_room();
+    std::memcpy(buf, keyword.text.data(), length);
+    buf[length] = '\0';
+    return length;
 }
 
-// Writes the text and its terminator into longest_ipv4_text bytes; returns its length. Either
-// writer leaves a "." behind each octet, which what follows replaces.
-template <char *put(char *, uint8_t)>
-size_t write_ipv4(char *text, const uint8_t *address, bool pfxseen, uint8_t pfxlen,
-                  const uint8_t *mask)
+// "010.000.000.001" and a terminator
+char *put_padded_quad(char *at, const uint8_t *bytes)
 {
-    char *at = put_dotted_quad<put>(text, address);
-    if (pfxseen) {
-        *at = '/';
-        at = put(at + 1, pfxlen);
-    } else if (mask != nullptr) {
-        *at = '/';
-        at = put_dotted_quad<put>(at + 1, mask);
+    for (size_t i = 0; i < ipv4_size; ++i) {
+        at = put_padded_octet(at, bytes[i]);
+        *at++ = '.';
     }
-    *at = '\0';
-    return static_cast<size_t>(at - text);
+    *--at = '\0';
+    return at;
 }
 
-size_t format_ipv4addr(const uint8_t *address, bool full_form, bool pfxseen, uint8_t pfxlen,
-                       const uint8_t *mask, char *buf, size_t buflen)
+// Writes a value with the two writers of its form. Returns the formatters' result.
+template <char *put_quad(char *, const uint8_t *), char *put_length(char *, uint8_t)>
+size_t write_ipv4(const Ipv4Value &value, char *buf, size_t buflen)
+{
+    size_t length = write_text<longest_quad + 1>(
+        buf, buflen, [&value](char *at) { return put_quad(at, value.address); });
+    if (length >= buflen) return out_of_room();
+    if (value.pfxseen) {
+        length += write_text<1 + 3 + 1>(buf + length, buflen - length, [&value](char *at) {
+            *at++ = '/';
+            return put_length(at, value.pfxlen);
+        });
+    } else if (value.mask != nullptr) {
+        length +=
+            write_text<1 + longest_quad + 1>(buf + length, buflen - length, [&value](char *at) {
+                *at++ = '/';
+                return put_quad(at, value.mask);
+            });
+    }
+    return length < buflen ? length : out_of_room();
+}
+
+size_t format_ipv4addr(const Ipv4Value &value, bool full_form, char *buf, size_t buflen)
 {
     if (buf == nullptr || buflen == 0) return out_of_room();
     if (full_form)
         std::memset(buf, 0, buflen);
     else
         *buf = '\0';
-    if (mask != nullptr) {
-        const Keyword *const keyword = find_keyword(mask);
+    if (value.mask != nullptr) {
+        const Keyword *const keyword = find_keyword(value.mask);
         if (keyword != nullptr) return write_keyword(*keyword, buf, buflen);
     }
-    if (!insist(address != nullptr, "format_ipaddr", "address != NULL")) {
-        *buf = '\0';
+    if (!insist(value.address != nullptr, "format_ipaddr", "address != NULL")) {
         errno = EINVAL;
         return 0;
     }
-
-    const size_t length = write_whole_text<longest_ipv4_text>(buf, buflen, [&](char *text) {
-        return full_form ? write_ipv4<put_padded_octet>(text, address, pfxseen, pfxlen, mask)
-                         : write_ipv4<put_octet>(text, address, pfxseen, pfxlen, mask);
-    });
-    return length < buflen ? length : out_of_room();
+    return full_form ? write_ipv4<put_padded_quad, put_padded_octet>(value, buf, buflen)
+                     : write_ipv4<put_dotted_quad, put_last_octet>(value, buf, buflen);
 }
 
 }  // namespace
@@ -102,8 +121,8 @@ size_t format_ipaddr(int af, const void *address, uint8_t full_form, int pfxseen
         errno = EINVAL;
         return 0;
     }
-    return orvex::format_ipv4addr(static_cast<const uint8_t *>(address), full_form != 0,
-                                  pfxseen != 0, static_cast<uint8_t>(pfxlen),
-                                  maskseen != 0 ? static_cast<const uint8_t *>(mask) : nullptr, buf,
-                                  buflen);
+    const orvex::Ipv4Value value{static_cast<const uint8_t *>(address), pfxseen != 0,
+                                 static_cast<uint8_t>(pfxlen),
+                                 maskseen != 0 ? static_cast<const uint8_t *>(mask) : nullptr};
+    return orvex::format_ipv4addr(value, full_form != 0, buf, buflen);
 }

@@ -1,6 +1,6 @@
 #include "text/ipv6_text.h"
 
-#include <array>
+#include <algorithm>
 #include <bit>
 
 #include "text/bytes.h"
@@ -11,7 +11,6 @@
 namespace orvex {
 namespace {
 
-constexpr unsigned group_count = 8;
 constexpr unsigned groups_before_quad = 6;
 
 // What is read of an address so far.
@@ -65,66 +64,45 @@ bool read_groups(const char *&at, Groups &groups)
 }
 
 // The longest run of two or more zero groups, the first of equal ones.
-struct ZeroRun {
-    unsigned first = group_count;  // no run
-    unsigned count = 1;
-};
-
-ZeroRun find_zero_run(const uint8_t *bytes)
+ZeroRun longest_zero_run(const uint8_t *bytes)
 {
-    unsigned zeros = 0;  // a bit for each group
-    for (unsigned group = 0; group < group_count; ++group)
-        zeros |= static_cast<unsigned>(load_native<uint16_t>(bytes + 2 * group) == 0) << group;
     ZeroRun longest;
-    for (unsigned group = 0; zeros != 0;) {
-        const auto skipped = static_cast<unsigned>(std::countr_zero(zeros));
-        zeros >>= skipped;
-        group += skipped;
-        const auto count = static_cast<unsigned>(std::countr_one(zeros));
-        if (count > longest.count) longest = {group, count};
-        zeros >>= count;
-        group += count;
+    for (unsigned zeros = zero_groups(bytes); zeros != 0;) {
+        const auto first = static_cast<unsigned>(std::countr_zero(zeros));
+        const auto count = static_cast<unsigned>(std::countr_one(zeros >> first));
+        if (count > std::max(longest.end - longest.first, 1U)) longest = {first, first + count};
+        zeros &= ~0U << (first + count);
     }
     return longest;
 }
 
-// Writes the first `count` groups and a ":" after each.
-char *put_groups(char *at, const uint8_t *bytes, ZeroRun run, unsigned count)
+// Writes the groups from `first` up to `end`, and a ":" after each.
+char *put_groups_between(char *at, const uint8_t *bytes, unsigned first, unsigned end)
 {
-    for (unsigned group = 0; group < count;) {
-        if (group == run.first) {
-            // The ":" after the group before it is the first of the "::".
-            if (group == 0) *at++ = ':';
-            *at++ = ':';
-            group += run.count;
-            continue;
-        }
-        const uint32_t value = load_be16(bytes + 2 * group);
-        ++group;
-        at = group == group_count ? put_last_hex_group(at, value) : put_hex_group(at, value);
+    for (size_t group = first; group < end; ++group) {
+        at = put_hex_group(at, load_be16(bytes + 2 * group));
         *at++ = ':';
     }
     return at;
 }
 
-char *put_all_groups(char *at, const uint8_t *bytes, ZeroRun run)
+// Writes the first `count` groups with their "::", and a ":" after each.
+char *put_groups(char *at, const uint8_t *bytes, ZeroRun run, unsigned count)
 {
-    at = put_groups(at, bytes, run, group_count);
-    return run.first + run.count == group_count ? at : at - 1;
-}
-
-char *put_with_quad(char *at, const uint8_t *bytes, ZeroRun run)
-{
-    at = put_groups(at, bytes, run, groups_before_quad);
-    return put_dotted_quad(at, bytes + ipv6_size - ipv4_size);
+    at = put_groups_between(at, bytes, 0, std::min(run.first, count));
+    if (run.first >= count) return at;
+    // The ":" after the group before it is the first of the "::".
+    if (run.first == 0) *at++ = ':';
+    *at++ = ':';
+    return put_groups_between(at, bytes, run.end, count);
 }
 
 // Whether an address is IPv4-compatible, but for "::" and "::x", or IPv4-mapped.
 bool has_ipv4_part(const uint8_t *bytes, ZeroRun run)
 {
     if (run.first != 0) return false;
-    return run.count == groups_before_quad ||
-           (run.count == groups_before_quad - 1 && load_be16(bytes + 10) == 0xffff);
+    return run.end == groups_before_quad ||
+           (run.end == groups_before_quad - 1 && load_be16(bytes + 10) == 0xffff);
 }
 
 }  // namespace
@@ -145,17 +123,31 @@ bool read_ipv6(const char *&at, uint8_t *bytes)
     return true;
 }
 
+char *put_ipv6_groups(char *at, const uint8_t *bytes, ZeroRun run)
+{
+    at = put_groups(at, bytes, run, ipv6_group_count - 1);
+    if (run.end != ipv6_group_count) return put_last_hex_group(at, load_be16(bytes + 14));
+    *at = '\0';
+    return at;
+}
+
+char *put_ipv6_with_quad(char *at, const uint8_t *bytes, ZeroRun run)
+{
+    at = put_groups(at, bytes, run, groups_before_quad);
+    return put_dotted_quad(at, bytes + ipv6_size - ipv4_size);
+}
+
 char *put_ipv6(char *at, const uint8_t *bytes)
 {
-    const ZeroRun run = find_zero_run(bytes);
-    return has_ipv4_part(bytes, run) ? put_with_quad(at, bytes, run)
-                                     : put_all_groups(at, bytes, run);
+    const ZeroRun run = longest_zero_run(bytes);
+    return has_ipv4_part(bytes, run) ? put_ipv6_with_quad(at, bytes, run)
+                                     : put_ipv6_groups(at, bytes, run);
 }
 
 char *put_canonical_ipv6(char *at, const uint8_t *bytes, bool dotted)
 {
-    const ZeroRun run = find_zero_run(bytes);
-    return dotted ? put_with_quad(at, bytes, run) : put_all_groups(at, bytes, run);
+    const ZeroRun run = longest_zero_run(bytes);
+    return dotted ? put_ipv6_with_quad(at, bytes, run) : put_ipv6_groups(at, bytes, run);
 }
 
 }  // namespace orvex

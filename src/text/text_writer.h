@@ -9,6 +9,15 @@
 
 namespace orvex {
 
+// Copies a text, or as much of it as fits with its terminator, into `buf`, and terminates it.
+[[gnu::noinline]] inline void copy_cut(char *buf, size_t buflen, const char *text, size_t length)
+{
+    if (buflen == 0) return;
+    const size_t taken = std::min(length, buflen - 1);
+    std::memcpy(buf, text, taken);
+    buf[taken] = '\0';
+}
+
 // Puts a whole text, or as much of it as fits with its terminator, into `buf`; one of size 0 is not
 // written. `write` writes the text and its terminator, at most `longest` bytes, and returns the
 // position of the terminator. Returns the whole text's length: it fits when that is below `buflen`.
@@ -20,10 +29,7 @@ size_t write_text(char *buf, size_t buflen, const Write &write, size_t enough = 
         return static_cast<size_t>(write(buf) - buf);
     std::array<char, longest> whole;
     const auto length = static_cast<size_t>(write(whole.data()) - whole.data());
-    if (buflen == 0) return length;
-    const size_t taken = std::min(length, buflen - 1);
-    std::memcpy(buf, whole.data(), taken);
-    buf[taken] = '\0';
+    copy_cut(buf, buflen, whole.data(), length);
     return length;
 }
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <cerrno>
 #include <string>
+#include <vector>
 
 #include "support/guarded.h"
 
@@ -26,15 +27,24 @@ TEST(FormatIpv6addr, FixedWidthInEverySize)
 {
     const struct {
         const char *address;
-        int pfxseen;
-        uint32_t pfxlen;
-        int maskseen;
+        int pfxseen = 0;
+        uint32_t pfxlen = 0;
+        int maskseen = 0;
         const char *expected;
     } rows[] = {
-        {"2001:db8::1", 1, 128, 1, "2001:0db8:0000:0000:0000:0000:0000:0001/0128"},
-        {"2001:db8::1", 1, 4294967295U, 1, "2001:0db8:0000:0000:0000:0000:0000:0001/4294967295"},
-        {"fedc:ba98:7654:3210:f:e:d:c", 0, 0, 5,
-         "fedc:ba98:7654:3210:000f:000e:000d:000c/ffff:ffff:0000:0000:0000:0000:0000:0000"},
+        {.address = "2001:db8::1", .expected = "2001:0db8:0000:0000:0000:0000:0000:0001"},
+        {.address = "2001:db8::1",
+         .pfxseen = 1,
+         .pfxlen = 128,
+         .maskseen = 1,
+         .expected = "2001:0db8:0000:0000:0000:0000:0000:0001/0128"},
+        {.address = "2001:db8::1",
+         .pfxseen = 1,
+         .pfxlen = 4294967295U,
+         .expected = "2001:0db8:0000:0000:0000:0000:0000:0001/4294967295"},
+        {.address = "fedc:ba98:7654:3210:f:e:d:c",
+         .maskseen = 5,
+         .expected = "fedc:ba98:7654:3210:000f:000e:000d:000c/ffff:ffff:0000:0000:0000:0000:0000:0000"},
     };
     const Bytes mask = bytes_of("ffff:ffff::");
     for (const auto &row : rows) {
@@ -53,28 +63,40 @@ TEST(FormatIpv6addr, CompressedInEverySize)
     const std::string alone = "2001:db8::1";
     const Bytes address = bytes_of(alone.c_str());
     const Bytes mask = bytes_of("ffff:ffff:ffff:ffff::");
-    const auto check = [&](const std::string &suffix, int pfxseen, uint32_t pfxlen, const uint8_t *mask_bytes,
-                           size_t at_most) {
-        const auto format = [&](char *buf, size_t buflen) {
-            return _format_ipv6addr(address.data(), 0, pfxseen, pfxlen, 1, mask_bytes, buf, buflen);
-        };
-        check_every_size(alone + suffix, format, {alone.size(), at_most});
+    const struct {
+        const char *suffix;
+        int pfxseen = 0;
+        uint32_t pfxlen = 0;
+        const uint8_t *mask = nullptr;
+        size_t at_most = SIZE_MAX;
+    } rows[] = {
+        {.suffix = ""},
+        {.suffix = "/64", .pfxseen = -1, .pfxlen = 64, .mask = mask.data()},
+        {.suffix = "/4294967295", .pfxseen = 1, .pfxlen = 4294967295U},
+        {.suffix = "/ffff:ffff:ffff:ffff::", .pfxlen = 64, .mask = mask.data(), .at_most = alone.size() + 1},
     };
-    check("", 0, 0, nullptr, SIZE_MAX);
-    check("/4294967295", 1, 4294967295U, nullptr, SIZE_MAX);
-    check("/ffff:ffff:ffff:ffff::", 0, 0, mask.data(), alone.size() + 1);
+    for (const auto &row : rows) {
+        const auto format = [&](char *buf, size_t buflen) {
+            return _format_ipv6addr(address.data(), 0, row.pfxseen, row.pfxlen, 1, row.mask, buf, buflen);
+        };
+        check_every_size(alone + row.suffix, format, {.nothing_up_to = alone.size(), .at_most = row.at_most});
+    }
     char text[64];
     for (const size_t absurd : {SIZE_MAX, SIZE_MAX / 2 + 1})
         EXPECT_EQ(_format_ipv6addr(address.data(), 0, 0, 0, 0, nullptr, text, absurd), alone.size());
 }
 
-TEST(FormatIpv6addrPartial, ReadsNoByteBehindThePrefix)
+TEST(FormatIpv6addrPartial, ReadsNoByteAfterThePrefix)
 {
     const struct {
         uint32_t pfxlen;
         const char *expected;
     } rows[] = {
-        {0, "::/0"}, {1, "8000::/1"}, {32, "ffff:ffff::/32"}, {127, "ffff:ffff:ffff:ffff:ffff:ffff:ffff:fffe/127"}};
+        {.pfxlen = 0, .expected = "::/0"},
+        {.pfxlen = 1, .expected = "8000::/1"},
+        {.pfxlen = 32, .expected = "ffff:ffff::/32"},
+        {.pfxlen = 127, .expected = "ffff:ffff:ffff:ffff:ffff:ffff:ffff:fffe/127"},
+    };
     for (const auto &row : rows) {
         // Exactly as many bytes as the length covers, so that a sanitizer sees one read too many.
         const std::vector<uint8_t> prefix((row.pfxlen + 7) / 8, 0xff);

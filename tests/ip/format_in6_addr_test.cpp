@@ -46,20 +46,24 @@ TEST(FormatIn6Addr, WritesTheGroupsOfThePrefix)
         int length;
         const char *expected;
     } rows[] = {
-        {"2001:db8::", 32, "2001:db8::"},
-        {"ffff::1", 0, "::"},
-        {"2001:db8:1:2:3:4:5:0", 112, "2001:db8:1:2:3:4:5:0"},
-        {"2001:db8:1:2:3:4:5:6", 97, "2001:db8:1:2:3:4::"},
-        {"2001:db8:1:2:3:4:5:6", 105, "2001:db8:1:2:3:4:5:0"},
-        {"2001:db8:ffff::", 20, "2001:d00::"},
-        {"::2", 128, "::0.0.0.2"},
-        {"::ffff:1.2.3.4", 128, "::ffff:1.2.3.4"},
-        {"::ffff:1.2.3.4", 120, "::ffff:1.2.3.0"},
-        {"::ffff:1.2.3.4", 112, "::ffff:102:0"},
-        {"0:1:2:3:4:5:6:7", 128, "0:1:2:3:4:5:6:7"},
-        {"1:0:2:0:3:0:4:0", 128, "1:0:2:0:3:0:4:0"},
-        {"1:0:0:0:2:0:0:3", 128, "1:0:0:0:2::3"},
-        {"fedc:ba98:7654:3210:fedc:ba98:7654:3210", 128, "fedc:ba98:7654:3210:fedc:ba98:7654:3210"},
+        {.address = "2001:db8::", .length = 32, .expected = "2001:db8::"},
+        {.address = "ffff::1", .length = 0, .expected = "::"},
+        {.address = "2001:db8:1:2:3:4:5:0", .length = 112, .expected = "2001:db8:1:2:3:4:5:0"},
+        {.address = "2001:db8:1:2:3:4:5:6", .length = 97, .expected = "2001:db8:1:2:3:4::"},
+        {.address = "2001:db8:1:2:3:4:5:6", .length = 105, .expected = "2001:db8:1:2:3:4:5:0"},
+        {.address = "2001:db8:ffff::", .length = 20, .expected = "2001:d00::"},
+        {.address = "::2", .length = 128, .expected = "::0.0.0.2"},
+        {.address = "::ffff:1.2.3.4", .length = 128, .expected = "::ffff:1.2.3.4"},
+        {.address = "::ffff:0.0.0.0", .length = 128, .expected = "::ffff:0.0.0.0"},
+        {.address = "::2", .length = 120, .expected = "::0.0.0.0"},
+        {.address = "::ffff:1.2.3.4", .length = 120, .expected = "::ffff:1.2.3.0"},
+        {.address = "::ffff:1.2.3.4", .length = 112, .expected = "::ffff:102:0"},
+        {.address = "0:1:2:3:4:5:6:7", .length = 128, .expected = "0:1:2:3:4:5:6:7"},
+        {.address = "1:0:2:0:3:0:4:0", .length = 128, .expected = "1:0:2:0:3:0:4:0"},
+        {.address = "1:0:0:0:2:0:0:3", .length = 128, .expected = "1:0:0:0:2::3"},
+        {.address = "fedc:ba98:7654:3210:fedc:ba98:7654:3210",
+         .length = 128,
+         .expected = "fedc:ba98:7654:3210:fedc:ba98:7654:3210"},
     };
     for (const auto &row : rows) {
         EXPECT_EQ(text_of(format_in6_addr, row.address, row.length), row.expected);

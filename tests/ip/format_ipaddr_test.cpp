@@ -18,31 +18,37 @@ constexpr uint32_t unicast_word = IPADDR_ANY_UNICAST, multicast_word = IPADDR_AN
 
 struct Row {
     Bytes address;
-    uint8_t full_form;
-    int pfxseen;
-    uint32_t pfxlen;
-    int maskseen;
-    Bytes mask;
+    uint8_t full_form = 0;
+    int pfxseen = 0;
+    uint32_t pfxlen = 0;
+    int maskseen = 0;
+    Bytes mask{};
     const char *expected;
 };
 
 TEST(FormatIpaddr, FormsInEverySize)
 {
-    const Bytes none{};
     Bytes any_unicast;
     Bytes any_multicast;
     std::memcpy(any_unicast.data(), &unicast_word, 4);
     std::memcpy(any_multicast.data(), &multicast_word, 4);
     const Row rows[] = {
-        {{10, 0, 0, 1}, 0, 0, 24, 0, {1, 0, 0, 0}, "10.0.0.1"},  // a mask that was not seen
-        {{10, 0, 0, 1}, 0, 1, 300, 0, none, "10.0.0.1/44"},
-        {{10, 0, 0, 1}, 0, 1, 0, 1, {255, 0, 0, 0}, "10.0.0.1/0"},
-        {{255, 255, 255, 255}, 0, 0, 0, 1, {255, 255, 255, 255}, "255.255.255.255/255.255.255.255"},
-        {{10, 0, 0, 1}, 9, 1, 24, 0, none, "010.000.000.001/024"},
-        {{9, 99, 100, 250}, 1, 0, 0, 1, {255, 19, 90, 0}, "009.099.100.250/255.019.090.000"},
-        {{9, 99, 100, 250}, 0, 0, 0, 1, {255, 19, 90, 0}, "9.99.100.250/255.19.90.0"},
-        {{10, 0, 0, 1}, 0, 1, 8, 1, any_unicast, "any-unicast"},
-        {{10, 0, 0, 1}, 1, 1, 8, 1, any_multicast, "any-multicast"},
+        {.address = {10, 0, 0, 1}, .pfxlen = 24, .mask = {1, 0, 0, 0}, .expected = "10.0.0.1"},
+        {.address = {10, 0, 0, 1}, .pfxseen = 1, .pfxlen = 300, .expected = "10.0.0.1/44"},
+        {.address = {10, 0, 0, 1}, .pfxseen = 1, .maskseen = 1, .mask = {255, 0, 0, 0}, .expected = "10.0.0.1/0"},
+        {.address = {255, 255, 255, 255},
+         .maskseen = 1,
+         .mask = {255, 255, 255, 255},
+         .expected = "255.255.255.255/255.255.255.255"},
+        {.address = {10, 0, 0, 1}, .full_form = 9, .pfxseen = 1, .pfxlen = 24, .expected = "010.000.000.001/024"},
+        {.address = {9, 99, 100, 250},
+         .full_form = 1,
+         .maskseen = 1,
+         .mask = {255, 19, 90, 0},
+         .expected = "009.099.100.250/255.019.090.000"},
+        {.address = {9, 99, 100, 250}, .maskseen = 1, .mask = {255, 19, 90, 0}, .expected = "9.99.100.250/255.19.90.0"},
+        {.address = {10, 0, 0, 1}, .pfxseen = 1, .maskseen = 1, .mask = any_unicast, .expected = "any-unicast"},
+        {.address = {10, 0, 0, 1}, .full_form = 1, .maskseen = 1, .mask = any_multicast, .expected = "any-multicast"},
     };
     for (const Row &row : rows) {
         const auto format = [&row](char *buf, size_t buflen) {

@@ -3,7 +3,8 @@
 #include <orvex/parse.h>
 
 #include <random>
-#include <thread>
+#include <string>
+#include <vector>
 
 #include "support/guarded.h"
 
@@ -41,18 +42,6 @@ TEST(FormatRfc5952, WritesTheCanonicalText)
         EXPECT_EQ(canonical(row.text), row.expected) << row.text;
     for (const char *text : {"2001:db8::1/64", " ::1", "1.2.3.4", ""}) EXPECT_EQ(canonical(text), "0") << text;
     EXPECT_EQ(format_rfc5952(nullptr), 0);
-}
-
-// Each thread has its own work area.
-TEST(FormatRfc5952, ThreadsDoNotMeet)
-{
-    std::vector<std::thread> threads;
-    for (int i = 1; i < 5; ++i) {
-        threads.emplace_back([text = std::to_string(i) + "::" + std::to_string(i)] {
-            for (int call = 0; call < 20000; ++call) EXPECT_EQ(canonical(text), text);
-        });
-    }
-    for (std::thread &thread : threads) thread.join();
 }
 
 // glibc's inet_ntop compresses as RFC 5952 does, but for the dotted part of addresses that begin with zeros.
