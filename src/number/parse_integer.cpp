@@ -2,40 +2,31 @@
 
 #include <cerrno>
 
-#include "old/target_numbers.h"
+#include "text/target_numbers.h"
 
 namespace orvex {
 namespace {
 
-int leave(int result, int error_number)
+[[gnu::cold, gnu::noinline]] int refuse_integer(int error_number)
 {
     errno = error_number;
-    return result;
-}
-
-// errno is set last, to what the conversion leaves after a start from 0.
-template <typename Value>
-[[gnu::noinline]] int parse_any_integer(const char *str, Value *value)
-{
-    const auto number = convert_general<Value>(str, Base::from_prefix);
-    if (number.end == str || *number.end != '\0') {
-        *value = 0;
-        return leave(-1, number.out_of_range ? ERANGE : 0);
-    }
-    if (number.out_of_range) return leave(-1, ERANGE);
-    *value = number.value;
-    return leave(0, 0);
+    return -1;
 }
 
 template <typename Value>
 int parse_whole_integer(const char *str, Value *value)
 {
-    if (str == nullptr || value == nullptr) return leave(-1, EINVAL);
-    Conversion<Value> number{};
-    if (!convert_few_digits(str, Base::from_prefix, number) || *number.end != '\0')
-        return parse_any_integer(str, value);
+    if (str == nullptr || value == nullptr) return refuse_integer(EINVAL);
+    errno = 0;
+    const auto number = convert<Value>(str, Base::from_prefix);
+    // "", "x", "12x", "12 "
+    if (number.end == str || *number.end != '\0') {
+        *value = 0;
+        return refuse_integer(number.out_of_range ? ERANGE : 0);
+    }
+    if (number.out_of_range) return refuse_integer(ERANGE);
     *value = number.value;
-    return leave(0, 0);
+    return 0;
 }
 
 }  // namespace
@@ -54,7 +45,7 @@ int parse_number(const char *str, int32_t *value, int32_t limit)
     if (str == nullptr) return 0;
     const auto number = orvex::convert<int32_t>(str, orvex::Base::decimal);
     if (number.out_of_range) errno = ERANGE;
-    // A text without digits stops at its first character: the empty text reads as 0.
+    // "12x"; a text without digits stops at its first character, so that the empty text reads as 0.
     if (*number.end != '\0') return 0;
     if (number.value < 0 || number.value >= limit) return 0;
     *value = number.value;

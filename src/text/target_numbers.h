@@ -54,7 +54,7 @@ constexpr DigitRun<Magnitude> read_magnitude(const char *at, Base base)
 
 // Any text: white space, signs, prefixes and values out of range included.
 template <typename Value>
-[[gnu::noinline]] constexpr Conversion<Value> convert_any(const char *text, Base base)
+[[gnu::cold, gnu::noinline]] constexpr Conversion<Value> convert_any(const char *text, Base base)
 {
     using Magnitude = std::make_unsigned_t<Value>;
     using Limits = std::numeric_limits<Value>;
@@ -83,15 +83,19 @@ constexpr Conversion<Value> convert(const char *text, Base base)
     constexpr auto most = static_cast<uint64_t>(std::numeric_limits<Value>::max());
     const bool negative = *text == '-';
     const char *const first = text + (negative ? 1 : 0);
-    if (base == Base::hexadecimal || (base == Base::from_prefix && *first == '0')) [[unlikely]]
-        return convert_any<Value>(text, base);
-    const char *at = first;
-    uint64_t number = 0;
-    for (unsigned digit = 0; (digit = decimal_value(*at)) <= 9; ++at) number = number * 10 + digit;
-    if (at == first || at - first > most_digits || number > most) [[unlikely]]
-        return convert_any<Value>(text, base);
-    const auto value = static_cast<Value>(number);
-    return {negative ? static_cast<Value>(Value{0} - value) : value, at, false};
+    const bool is_decimal = base == Base::decimal || (base == Base::from_prefix && *first != '0');
+    if (is_decimal && is_digit(*first)) [[likely]] {
+        const char *at = first;
+        uint64_t number = 0;
+        for (; is_digit(*at); ++at) number = number * 10 + decimal_value(*at);
+        if (at - first <= most_digits && number <= most) [[likely]] {
+            const auto value = static_cast<Value>(number);
+            return {negative ? static_cast<Value>(Value{0} - value) : value, at, false};
+        }
+    }
+    // Copied, so that only this path needs the result in memory.
+    const auto any = convert_any<Value>(text, base);
+    return {any.value, any.end, any.out_of_range};
 }
 
 }  // namespace orvex
