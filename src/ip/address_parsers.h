@@ -1,0 +1,119 @@
+// The parsers that parse_ipaddr calls, and what they share.
+#ifndef ORVEX_IP_ADDRESS_PARSERS_H
+#define ORVEX_IP_ADDRESS_PARSERS_H
+
+#include <orvex/parse.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "text/error_text.h"
+#include "text/target_numbers.h"
+
+namespace orvex {
+
+// A text to read, and where to store what it gives. After a failure the outputs hold what was read
+// before it.
+struct AddressRequest {
+    const char *str;
+    uint32_t flags;    // PARSE_IPADDR_ bits
+    uint8_t *address;  // 4 or 16 bytes, as has the mask
+    int *pfxseen;
+    uint32_t *pfxlen;
+    int *maskseen;
+    uint8_t *mask;
+    ErrorText error;
+
+    [[nodiscard]] bool allows(uint32_t flag) const { return (flags & flag) != 0; }
+
+    // What ends the address, besides the end of the text.
+    [[nodiscard]] char address_end() const { return allows(PARSE_IPADDR_PREFIX_OK) ? '/' : '\0'; }
+};
+
+// Return 0, not_this_form or rule_broken.
+int parse_ipv4_addr(const AddressRequest &request);
+int parse_ipv6_addr(const AddressRequest &request);
+
+// "default" and "all" are the zero prefix.
+inline bool read_zero_prefix(const AddressRequest &request, size_t address_size)
+{
+    if (std::strcmp(request.str, "default") != 0 && std::strcmp(request.str, "all") != 0)
+        return false;
+    std::memset(request.address, 0, address_size);
+    *request.pfxlen = 0;
+    *request.pfxseen = 1;
+    return true;
+}
+
+// Whether a text with a "/" has `size` characters or more.
+inline bool is_too_long(const AddressRequest &request, size_t size)
+{
+    return request.allows(PARSE_IPADDR_PREFIX_OK) && strnlen(request.str, size) == size &&
+           std::strchr(request.str, '/') != nullptr;
+}
+
+// The text up to `end` or its own end.
+inline std::string_view text_up_to(char end, const char *text)
+{
+    const char ends[] = {end, '\0'};
+    return {text, std::strcspn(text, ends)};
+}
+
+// Converts a number that has no "-" first: nothing is converted then.
+constexpr Conversion<uint32_t> convert_unsigned(const char *text, Base base)
+{
+    if (*text == '-') return {0, text, false};
+    return convert<uint32_t>(text, base);
+}
+
+// Whether a suffix is a mask, which has `mark` after its first number.
+inline bool is_mask(const char *after_number, char mark)
+{
+    return *after_number == mark ||
+           (*after_number != '\0' && std::strchr(after_number, mark) != nullptr);
+}
+
+// Stores and checks the prefix length that `number` was converted to from `suffix`.
+inline int read_prefix_length(const AddressRequest &request, const char *suffix,
+                              Conversion<uint32_t> number, uint32_t bits)
+{
+    *request.pfxlen = number.value;
+    // "/", "/x", "/-1"
+    if (number.end == suffix) {
+        const bool quoted = *suffix != '\0';
+        return refuse(request.error, EINVAL, rule_broken,
+                      "missing or invalid prefix length %s%s%sin address '%s'", quoted ? "'" : "",
+                      suffix, quoted ? "' " : "", request.str);
+    }
+    // "/8x"
+    if (*number.end != '\0')
+        return refuse(request.error, EINVAL, rule_broken, "invalid input at '%s' in address '%s'",
+                      number.end, request.str);
+    // "/33"
+    if (number.value > bits)
+        return refuse(request.error, EINVAL, rule_broken,
+                      "prefix length '%lu' is larger than %u in address '%s'",
+                      static_cast<unsigned long>(number.value), bits, request.str);
+    *request.pfxseen = 1;
+    return 0;
+}
+
+inline int refuse_mask(const AddressRequest &request, const char *suffix)
+{
+    return refuse(request.error, EINVAL, rule_broken, "invalid input at '%c%s' in address '%s'",
+                  '/', suffix, request.str);
+}
+
+inline int refuse_missing_prefix(const AddressRequest &request)
+{
+    return refuse(request.error, EINVAL, rule_broken,
+                  "missing required prefix length %sin address '%s'",
+                  request.allows(PARSE_IPADDR_MASK_OK) ? "or mask " : "", request.str);
+}
+
+}  // namespace orvex
+
+#endif
