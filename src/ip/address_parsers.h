@@ -28,9 +28,6 @@ struct AddressRequest {
     ErrorText error;
 
     [[nodiscard]] bool allows(uint32_t flag) const { return (flags & flag) != 0; }
-
-    // What ends the address, besides the end of the text.
-    [[nodiscard]] char address_end() const { return allows(PARSE_IPADDR_PREFIX_OK) ? '/' : '\0'; }
 };
 
 // Return 0, not_this_form or rule_broken.
@@ -55,11 +52,19 @@ inline bool is_too_long(const AddressRequest &request, size_t size)
            std::strchr(request.str, '/') != nullptr;
 }
 
-// The text up to `end` or its own end.
-inline std::string_view text_up_to(char end, const char *text)
+// Whether the address of the text ends at `at`.
+inline bool ends_address(const AddressRequest &request, const char *at)
 {
-    const char ends[] = {end, '\0'};
-    return {text, std::strcspn(text, ends)};
+    return *at == '\0' || (*at == '/' && request.allows(PARSE_IPADDR_PREFIX_OK));
+}
+
+// The text up to its suffix.
+inline std::string_view address_text(const AddressRequest &request)
+{
+    const char *const slash =
+        request.allows(PARSE_IPADDR_PREFIX_OK) ? std::strchr(request.str, '/') : nullptr;
+    if (slash == nullptr) return request.str;
+    return {request.str, slash};
 }
 
 // Converts a number that has no "-" first: nothing is converted then.

@@ -19,23 +19,34 @@ constexpr size_t ipv4_text_size = 32;
 
 // ---- Four bytes in dotted, hexadecimal or integer form ----
 
-// A part of a text that gives four bytes: the address, or the mask after its "/".
+// The part of a text that gives four bytes: the address, or the mask after its "/".
 struct BytesText {
     const AddressRequest &request;
     const char *start;
 
     [[nodiscard]] bool is_mask() const { return start != request.str; }
     [[nodiscard]] const char *subject() const { return is_mask() ? "ip netmask" : "ip address"; }
-    [[nodiscard]] char end() const { return is_mask() ? '\0' : request.address_end(); }
-    [[nodiscard]] bool ends_at(const char *at) const { return *at == '\0' || *at == end(); }
-    [[nodiscard]] std::string_view from(const char *at) const { return text_up_to(end(), at); }
-    [[nodiscard]] std::string_view whole() const { return from(start); }
+    [[nodiscard]] std::string_view whole() const
+    {
+        return is_mask() ? start : address_text(request);
+    }
+
+    [[nodiscard]] bool ends_at(const char *at) const
+    {
+        return is_mask() ? *at == '\0' : ends_address(request, at);
+    }
 };
+
+// What comes after `at` in `whole`.
+std::string_view rest_of(std::string_view whole, const char *at)
+{
+    return whole.substr(static_cast<size_t>(at - whole.data()));
+}
 
 [[gnu::noinline]] int refuse_rest(BytesText text, const char *at)
 {
-    const std::string_view rest = text.from(at);
     const std::string_view whole = text.whole();
+    const std::string_view rest = rest_of(whole, at);
     return refuse(text.request.error, EINVAL, *at == '/' ? rule_broken : not_this_form,
                   "invalid input at '%.*s' in %s '%.*s'", precision(rest), rest.data(),
                   text.subject(), precision(whole), whole.data());
@@ -69,8 +80,9 @@ Conversion<uint32_t> convert_group(BytesText text, const char *at)
 {
     const auto number = convert_unsigned(at, Base::decimal);
     // An overflow saturates to all ones, which count in their shortest spelling only.
-    const bool overflow = number.value == UINT32_MAX && text.from(at) != "4294967295";
-    return overflow ? Conversion<uint32_t>{0, at, true} : number;
+    if (number.value == UINT32_MAX && rest_of(text.whole(), at) != "4294967295")
+        return {0, at, true};
+    return number;
 }
 
 // "167772161"
@@ -95,19 +107,21 @@ int result_of_large_group(BytesText text, const char *at)
 [[gnu::noinline]] int read_any_group(BytesText text, const char *&at, uint8_t &byte)
 {
     const auto number = convert_group(text, at);
-    const std::string_view whole = text.whole();
     // "x", "1..2", "-1", "99999999999"
     if (number.end == at) {
-        const std::string_view rest = text.from(at);
+        const std::string_view whole = text.whole();
+        const std::string_view rest = rest_of(whole, at);
         return refuse(text.request.error, EINVAL, not_this_form,
                       "invalid input at '%.*s' in %s: '%.*s'", precision(rest), rest.data(),
                       text.subject(), precision(whole), whole.data());
     }
     // "256"
-    if (number.value > UINT8_MAX)
+    if (number.value > UINT8_MAX) {
+        const std::string_view whole = text.whole();
         return refuse(text.request.error, EINVAL, result_of_large_group(text, number.end),
                       "invalid value '%lu' in %s: '%.*s'", static_cast<unsigned long>(number.value),
                       text.subject(), precision(whole), whole.data());
+    }
     byte = static_cast<uint8_t>(number.value);
     at = number.end;
     return 0;

@@ -15,18 +15,6 @@ namespace {
 // A text with a "/" must be shorter.
 constexpr size_t ipv6_text_size = 92;
 
-// Reads an address up to `end` or the end of the text, and moves `at` there. False, with nothing
-// changed, for any other text.
-bool read_address(const char *&at, char end, uint8_t *bytes)
-{
-    const char *cursor = at;
-    std::array<uint8_t, ipv6_size> address;
-    if (!read_ipv6(cursor, address.data()) || (*cursor != '\0' && *cursor != end)) return false;
-    std::memcpy(bytes, address.data(), ipv6_size);
-    at = cursor;
-    return true;
-}
-
 // What follows the "/": "64" or "ffff:ffff::"
 int read_suffix(const AddressRequest &request, const char *suffix)
 {
@@ -34,9 +22,11 @@ int read_suffix(const AddressRequest &request, const char *suffix)
     if (!is_mask(number.end, ':')) return read_prefix_length(request, suffix, number, ipv6_bits);
     if (!request.allows(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
     const char *at = suffix;
-    if (!read_address(at, '\0', request.mask))
+    std::array<uint8_t, ipv6_size> mask;
+    if (!read_ipv6(at, mask.data()) || *at != '\0')
         return refuse(request.error, keep_errno, rule_broken, "'%s' is not a valid ipv6 mask",
                       suffix);
+    std::memcpy(request.mask, mask.data(), ipv6_size);
     *request.maskseen = 1;
     return 0;
 }
@@ -75,12 +65,13 @@ int parse_ipv6_addr(const AddressRequest &request)
                       "too long to be a valid ipv6 address: '%s'", request.str);
 
     const char *at = request.str;
-    const char end = request.address_end();
-    if (!read_address(at, end, request.address)) {
-        const std::string_view address = text_up_to(end, request.str);
+    std::array<uint8_t, ipv6_size> address;
+    if (!read_ipv6(at, address.data()) || !ends_address(request, at)) {
+        const std::string_view text = address_text(request);
         return refuse(request.error, keep_errno, not_this_form,
-                      "'%.*s' is not a valid ipv6 address", precision(address), address.data());
+                      "'%.*s' is not a valid ipv6 address", precision(text), text.data());
     }
+    std::memcpy(request.address, address.data(), ipv6_size);
     if (*at == '/') {
         const int result = read_suffix(request, at + 1);
         if (result != 0) return result;

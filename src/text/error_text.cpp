@@ -48,20 +48,18 @@ struct Room {
 void write_message(ErrorText error, const char *format, va_list args)
 {
     Room room{error.buf, error.len - 1};
-    for (;;) {
-        const char *const piece = format;
-        while (*format != '%' && *format != '\0') ++format;
-        room.put(piece, static_cast<size_t>(format - piece));
-        if (*format == '\0') break;
-        switch (*++format) {
+    while (const char *const percent = std::strchr(format, '%')) {
+        room.put(format, static_cast<size_t>(percent - format));
+        format = percent + 1;
+        switch (*format) {
             case 's': {
                 const char *const text = va_arg(args, const char *);
                 room.put(text, strnlen(text, room.size));
                 break;
             }
             case '.': {  // %.*s
-                const auto length = static_cast<size_t>(va_arg(args, int));
-                room.put(va_arg(args, const char *), length);
+                const auto precision = static_cast<size_t>(va_arg(args, int));
+                room.put(va_arg(args, const char *), precision);
                 format += 2;
                 break;
             }
@@ -82,6 +80,7 @@ void write_message(ErrorText error, const char *format, va_list args)
         }
         ++format;
     }
+    room.put(format, std::strlen(format));
     *room.at = '\0';
 }
 
