@@ -36,11 +36,15 @@ constexpr std::array<Family, 9> families = {{
 // The base family of a code, 0 for an unsupported one.
 uint32_t base_family(uint32_t code)
 {
+    switch (code) {
+        case PARSE_AF_INET: [[likely]] return PARSE_AF_INET;
+        case PARSE_AF_INET6: return PARSE_AF_INET6;
+        default: break;
+    }
     for (const Family &family : families)
         if (family.code == code) return family.base;
     return 0;
 }
-
 // ---- Address classes ----
 
 // The class of fe00::/8, by the top two bits of the second byte.
@@ -97,7 +101,9 @@ struct OwnOutputs {
     int maskseen;
 };
 
-int check_class(uint32_t family, const AddressRequest &request)
+constexpr uint32_t class_flags =
+    PARSE_IPADDR_MULTICAST | PARSE_IPADDR_NO_MARTIAN | PARSE_IPADDR_UNICAST;
+[[gnu::noinline]] int check_class(uint32_t family, const AddressRequest &request)
 {
     const uint8_t *const address = request.address;
     if (request.allows(PARSE_IPADDR_MULTICAST) && !is_multicast(family, address))
@@ -144,28 +150,38 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
     if (!insist(af != nullptr, source, "af != NULL")) af = &own_af;
     if (!insist(str != nullptr, source, "str != NULL")) request.str = "";
 
-    if (*af == 0) *af = std::strchr(request.str, ':') != nullptr ? PARSE_AF_INET6 : PARSE_AF_INET;
+    if (*af == 0) [[unlikely]]
+        *af = std::strchr(request.str, ':') != nullptr ? PARSE_AF_INET6 : PARSE_AF_INET;
     const uint32_t family = base_family(*af);
     if (family == 0)
         return refuse(request.error, PARSE_EAFNOSUPPORT, not_this_form,
                       "unsupported address family");
 
     const size_t size = family == PARSE_AF_INET ? ipv4_size : ipv6_size;
-    if (address != nullptr && address_len < size)
+    if (request.address != nullptr && address_len < size)
         return refuse(request.error, ENOSPC, rule_broken,
                       "'address' not large enough to hold result");
-    if (mask != nullptr && mask_len < size)
+    if (request.mask != nullptr && mask_len < size)
         return refuse(request.error, ENOSPC, rule_broken, "'mask' not large enough to hold result");
 
     OwnOutputs own;
-    if (address == nullptr) request.address = own.address;
-    if (pfxseen == nullptr) request.pfxseen = &own.pfxseen;
-    if (pfxlen == nullptr) request.pfxlen = &own.pfxlen;
-    if (maskseen == nullptr) request.maskseen = &own.maskseen;
-    if (mask == nullptr) request.mask = own.mask;
+    if (request.address == nullptr) [[unlikely]]
+        request.address = own.address;
+    if (request.pfxseen == nullptr) [[unlikely]]
+        request.pfxseen = &own.pfxseen;
+    if (request.pfxlen == nullptr) [[unlikely]]
+        request.pfxlen = &own.pfxlen;
+    if (request.maskseen == nullptr) [[unlikely]]
+        request.maskseen = &own.maskseen;
+    if (request.mask == nullptr) [[unlikely]]
+        request.mask = own.mask;
 
-    const int result =
-        family == PARSE_AF_INET ? parse_ipv4_addr(request) : parse_ipv6_addr(request);
-    if (result != 0) return result;
+    int result = 0;
+    if (family == PARSE_AF_INET) [[likely]]
+        result = parse_ipv4_addr(request);
+    else
+        result = parse_ipv6_addr(request);
+    if (result != 0 || !request.allows(class_flags)) [[likely]]
+        return result;
     return check_class(family, request);
 }

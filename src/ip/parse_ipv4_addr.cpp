@@ -33,7 +33,7 @@ struct BytesText {
 
     [[nodiscard]] bool ends_at(const char *at) const
     {
-        return is_mask() ? *at == '\0' : ends_address(request, at);
+        return *at == '\0' || (!is_mask() && ends_address(request, at));
     }
 };
 
@@ -264,7 +264,8 @@ int parse_ipv4_addr(const AddressRequest &request)
     } else if (request.allows(PARSE_IPADDR_PREFIX_REQUIRED)) {
         return refuse_missing_prefix(request);
     }
-    return request.allows(PARSE_IPADDR_HOST_ZERO) ? check_host_bits(request) : 0;
+    if (request.allows(PARSE_IPADDR_HOST_ZERO)) [[unlikely]] return check_host_bits(request);
+    return 0;
 }
 
 }  // namespace orvex

@@ -44,8 +44,10 @@ struct Room {
     }
 };
 
+}  // namespace
+
 // Not vsnprintf: it costs several times as much, and reads all of an argument that is cut.
-void write_message(ErrorText error, const char *format, va_list args)
+[[gnu::noinline]] void write_message(ErrorText error, const char *format, va_list args)
 {
     Room room{error.buf, error.len - 1};
     while (const char *const percent = std::strchr(format, '%')) {
@@ -83,8 +85,6 @@ void write_message(ErrorText error, const char *format, va_list args)
     room.put(format, std::strlen(format));
     *room.at = '\0';
 }
-
-}  // namespace
 
 int refuse(ErrorText error, int error_number, int result, const char *format, ...)
 {

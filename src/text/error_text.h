@@ -23,7 +23,7 @@ constexpr int keep_errno = 0;
 
 // Writes a message, sets errno unless `error_number` is keep_errno, and returns `result`. The
 // message is cut to the buffer and terminated. Conversions: %s %.*s %c %d %u %lu %zu %ju %%.
-[[gnu::noinline, gnu::format(printf, 4, 5)]] int refuse(ErrorText error, int error_number,
+[[gnu::cold, gnu::noinline, gnu::format(printf, 4, 5)]] int refuse(ErrorText error, int error_number,
                                                         int result, const char *format, ...);
 
 // The precision of a "%.*s" that prints `text`.
