@@ -10,6 +10,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "text/dotted_quad.h"
 #include "text/error_text.h"
 #include "text/target_numbers.h"
 
@@ -68,17 +69,28 @@ inline std::string_view address_text(const AddressRequest &request)
 }
 
 // Converts a number that has no "-" first: nothing is converted then.
-constexpr Conversion<uint32_t> convert_unsigned(const char *text, Base base)
+inline Conversion<uint32_t> convert_unsigned(const char *text, Base base)
 {
     if (*text == '-') return {0, text, false};
-    return convert<uint32_t>(text, base);
+    return convert_any<uint32_t>(text, base);
 }
 
-// Whether a suffix is a mask, which has `mark` after its first number.
-inline bool is_mask(const char *after_number, char mark)
+// Converts the number of a suffix. `mask_mark` is what comes after the first number of a mask.
+inline Conversion<uint32_t> convert_suffix(const char *suffix, Base base, char mask_mark)
 {
-    return *after_number == mark ||
-           (*after_number != '\0' && std::strchr(after_number, mark) != nullptr);
+    uint32_t number = 0;
+    const char *end = suffix;
+    if (read_octet<LeadingZeros::refused>(end, number) && (*end == '\0' || *end == mask_mark))
+        [[likely]]
+        return {number, end, false};
+    return convert_unsigned(suffix, base);
+}
+
+// Whether a suffix is a mask, by what comes after its first number.
+inline bool is_mask(const char *after_number, char mask_mark)
+{
+    return *after_number == mask_mark ||
+           (*after_number != '\0' && std::strchr(after_number, mask_mark) != nullptr);
 }
 
 // Stores and checks the prefix length that `number` was converted to from `suffix`.

@@ -205,7 +205,7 @@ bool read_any_keyword(const AddressRequest &request)
 // What follows the "/": "8", "010", "0x18" or "255.0.0.0"
 int read_suffix(const AddressRequest &request, const char *suffix)
 {
-    const auto number = convert_unsigned(suffix, Base::from_prefix);
+    const auto number = convert_suffix(suffix, Base::from_prefix, '.');
     if (is_mask(number.end, '.')) return read_mask(request, suffix);
     return read_prefix_length(request, suffix, number, ipv4_bits);
 }
@@ -264,8 +264,7 @@ int parse_ipv4_addr(const AddressRequest &request)
     } else if (request.allows(PARSE_IPADDR_PREFIX_REQUIRED)) {
         return refuse_missing_prefix(request);
     }
-    if (request.allows(PARSE_IPADDR_HOST_ZERO)) [[unlikely]] return check_host_bits(request);
-    return 0;
+    return request.allows(PARSE_IPADDR_HOST_ZERO) ? check_host_bits(request) : 0;
 }
 
 }  // namespace orvex

@@ -18,7 +18,7 @@ constexpr size_t ipv6_text_size = 92;
 // What follows the "/": "64" or "ffff:ffff::"
 int read_suffix(const AddressRequest &request, const char *suffix)
 {
-    const auto number = convert_unsigned(suffix, Base::decimal);
+    const auto number = convert_suffix(suffix, Base::decimal, ':');
     if (!is_mask(number.end, ':')) return read_prefix_length(request, suffix, number, ipv6_bits);
     if (!request.allows(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
     const char *at = suffix;
