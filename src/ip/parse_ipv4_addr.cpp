@@ -43,16 +43,15 @@ std::string_view rest_of(std::string_view whole, const char *at)
     return whole.substr(static_cast<size_t>(at - whole.data()));
 }
 
-[[gnu::noinline]] int refuse_rest(BytesText text, const char *at)
+[[gnu::noinline]] int refuse_rest(const BytesText &text, const char *at)
 {
     const std::string_view whole = text.whole();
     const std::string_view rest = rest_of(whole, at);
     return refuse(text.request.error, EINVAL, *at == '/' ? rule_broken : not_this_form,
-                  "invalid input at '%.*s' in %s '%.*s'", precision(rest), rest.data(),
-                  text.subject(), precision(whole), whole.data());
+                  {"invalid input at '", rest, "' in ", text.subject(), " '", whole, "'"});
 }
 
-[[gnu::noinline]] int refuse_missing_bytes(BytesText text)
+[[gnu::noinline]] int refuse_missing_bytes(const BytesText &text)
 {
     const std::string_view whole = text.whole();
     return refuse(text.request.error, EINVAL, rule_broken, "missing information in %s: '%.*s'",
@@ -60,7 +59,7 @@ std::string_view rest_of(std::string_view whole, const char *at)
 }
 
 // "0xffffff00"
-[[gnu::noinline]] int read_hexadecimal(BytesText text, const char *&at, uint8_t *bytes)
+[[gnu::noinline]] int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     const auto number = convert<uint32_t>(at, Base::hexadecimal);
     const std::string_view whole = text.whole();
@@ -76,17 +75,16 @@ std::string_view rest_of(std::string_view whole, const char *at)
 }
 
 // Converts a group of any number of digits; no overflow is converted.
-Conversion<uint32_t> convert_group(BytesText text, const char *at)
+Conversion<uint32_t> convert_group(const BytesText &text, const char *at)
 {
-    const auto number = convert_unsigned(at, Base::decimal);
+    auto number = convert_unsigned(at, Base::decimal);
     // An overflow saturates to all ones, which count in their shortest spelling only.
-    if (number.value == UINT32_MAX && rest_of(text.whole(), at) != "4294967295")
-        return {0, at, true};
+    if (number.value == UINT32_MAX && rest_of(text.whole(), at) != "4294967295") number.end = at;
     return number;
 }
 
 // "167772161"
-[[gnu::noinline]] bool read_integer(BytesText text, const char *&at, uint8_t *bytes)
+[[gnu::noinline]] bool read_integer(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     const auto number = convert_group(text, at);
     if (number.end == at || !text.ends_at(number.end)) return false;
@@ -96,7 +94,7 @@ Conversion<uint32_t> convert_group(BytesText text, const char *at)
 }
 
 // A text of digits and dots alone is an address, though a wrong one.
-int result_of_large_group(BytesText text, const char *at)
+int result_of_large_group(const BytesText &text, const char *at)
 {
     if (text.is_mask()) return rule_broken;
     while (*at == '.' || is_digit(*at)) ++at;
@@ -104,7 +102,7 @@ int result_of_large_group(BytesText text, const char *at)
 }
 
 // Reads a group in any spelling: white space, "+", more digits than three.
-[[gnu::noinline]] int read_any_group(BytesText text, const char *&at, uint8_t &byte)
+[[gnu::noinline]] int read_any_group(const BytesText &text, const char *&at, uint8_t &byte)
 {
     const auto number = convert_group(text, at);
     // "x", "1..2", "-1", "99999999999"
@@ -112,8 +110,7 @@ int result_of_large_group(BytesText text, const char *at)
         const std::string_view whole = text.whole();
         const std::string_view rest = rest_of(whole, at);
         return refuse(text.request.error, EINVAL, not_this_form,
-                      "invalid input at '%.*s' in %s: '%.*s'", precision(rest), rest.data(),
-                      text.subject(), precision(whole), whole.data());
+                      {"invalid input at '", rest, "' in ", text.subject(), ": '", whole, "'"});
     }
     // "256"
     if (number.value > UINT8_MAX) {
@@ -143,7 +140,7 @@ inline size_t read_octets(const char *&at, uint8_t *bytes)
 }
 
 // Reads the groups that are no plain octets, and what follows them.
-[[gnu::noinline]] int read_more_groups(BytesText text, const char *&at, uint8_t *bytes,
+[[gnu::noinline]] int read_more_groups(const BytesText &text, const char *&at, uint8_t *bytes,
                                        size_t count)
 {
     for (; count < ipv4_size && (count == 0 || *at == '.'); ++count) {
@@ -158,7 +155,7 @@ inline size_t read_octets(const char *&at, uint8_t *bytes)
 }
 
 // "10.1.2.3", "10.1" or "10."
-inline int read_groups(BytesText text, const char *&at, uint8_t *bytes)
+inline int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     const size_t count = read_octets(at, bytes);
     if (count == ipv4_size && text.ends_at(at)) [[likely]]

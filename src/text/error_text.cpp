@@ -98,4 +98,16 @@ int refuse(ErrorText error, int error_number, int result, const char *format, ..
     return result;
 }
 
+int refuse(ErrorText error, int error_number, int result,
+           std::initializer_list<std::string_view> pieces)
+{
+    if (error.buf != nullptr && error.len != 0) {
+        Room room{error.buf, error.len - 1};
+        for (const std::string_view piece : pieces) room.put(piece.data(), piece.size());
+        *room.at = '\0';
+    }
+    if (error_number != keep_errno) errno = error_number;
+    return result;
+}
+
 }  // namespace orvex
