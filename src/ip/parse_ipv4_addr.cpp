@@ -1,0 +1,267 @@
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
+#include "ip/address_parsers.h"
+#include "text/bytes.h"
+#include "text/characters.h"
+#include "text/digits.h"
+#include "text/dotted_quad.h"
+#include "text/error_text.h"
+#include "text/target_numbers.h"
+
+namespace orvex {
+namespace {
+
+// A text with a "/" must be shorter.
+constexpr size_t ipv4_text_size = 32;
+
+// ---- Four bytes in dotted, hexadecimal or integer form ----
+
+// The part of a text that gives four bytes: the address, or the mask after its "/".
+struct BytesText {
+    const AddressRequest &request;
+    const char *start;
+
+    [[nodiscard]] bool is_mask() const { return start != request.str; }
+    [[nodiscard]] const char *subject() const { return is_mask() ? "ip netmask" : "ip address"; }
+    [[nodiscard]] std::string_view whole() const
+    {
+        return is_mask() ? start : address_text(request);
+    }
+
+    [[nodiscard]] bool ends_at(const char *at) const
+    {
+        return *at == '\0' || (!is_mask() && ends_address(request, at));
+    }
+};
+
+// What comes after `at` in `whole`.
+std::string_view rest_of(std::string_view whole, const char *at)
+{
+    return whole.substr(static_cast<size_t>(at - whole.data()));
+}
+
+[[gnu::noinline]] int refuse_rest(const BytesText &text, const char *at)
+{
+    const std::string_view whole = text.whole();
+    const std::string_view rest = rest_of(whole, at);
+    return refuse(text.request.error, EINVAL, *at == '/' ? rule_broken : not_this_form,
+                  {"invalid input at '", rest, "' in ", text.subject(), " '", whole, "'"});
+}
+
+[[gnu::noinline]] int refuse_missing_bytes(const BytesText &text)
+{
+    const std::string_view whole = text.whole();
+    return refuse(text.request.error, EINVAL, rule_broken, "missing information in %s: '%.*s'",
+                  text.subject(), precision(whole), whole.data());
+}
+
+// "0xffffff00"
+[[gnu::noinline]] int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
+{
+    const auto number = convert<uint32_t>(at, Base::hexadecimal);
+    const std::string_view whole = text.whole();
+    // An overflow saturates to all ones, which count in their shortest spelling only.
+    const bool overflow = number.value == UINT32_MAX && whole.size() != std::strlen("0xffffffff");
+    // "0x", "0x0ffffffff", "0x100000000"
+    if (!is_hex_digit(at[2]) || overflow)
+        return refuse(text.request.error, EINVAL, not_this_form, "invalid hexadecimal %s: '%.*s'",
+                      text.subject(), precision(whole), whole.data());
+    store_be32(bytes, number.value);
+    at = number.end;
+    return text.ends_at(at) ? 0 : refuse_rest(text, at);
+}
+
+// Converts a group of any number of digits; no overflow is converted.
+Conversion<uint32_t> convert_group(const BytesText &text, const char *at)
+{
+    auto number = convert_unsigned(at, Base::decimal);
+    // An overflow saturates to all ones, which count in their shortest spelling only.
+    if (number.value == UINT32_MAX && rest_of(text.whole(), at) != "4294967295") number.end = at;
+    return number;
+}
+
+// "167772161"
+[[gnu::noinline]] bool read_integer(const BytesText &text, const char *&at, uint8_t *bytes)
+{
+    const auto number = convert_group(text, at);
+    if (number.end == at || !text.ends_at(number.end)) return false;
+    store_be32(bytes, number.value);
+    at = number.end;
+    return true;
+}
+
+// A text of digits and dots alone is an address, though a wrong one.
+int result_of_large_group(const BytesText &text, const char *at)
+{
+    if (text.is_mask()) return rule_broken;
+    while (*at == '.' || is_digit(*at)) ++at;
+    return text.ends_at(at) ? rule_broken : not_this_form;
+}
+
+// Reads a group in any spelling: white space, "+", more digits than three.
+[[gnu::noinline]] int read_any_group(const BytesText &text, const char *&at, uint8_t &byte)
+{
+    const auto number = convert_group(text, at);
+    // "x", "1..2", "-1", "99999999999"
+    if (number.end == at) {
+        const std::string_view whole = text.whole();
+        const std::string_view rest = rest_of(whole, at);
+        return refuse(text.request.error, EINVAL, not_this_form,
+                      {"invalid input at '", rest, "' in ", text.subject(), ": '", whole, "'"});
+    }
+    // "256"
+    if (number.value > UINT8_MAX) {
+        const std::string_view whole = text.whole();
+        return refuse(text.request.error, EINVAL, result_of_large_group(text, number.end),
+                      "invalid value '%lu' in %s: '%.*s'", static_cast<unsigned long>(number.value),
+                      text.subject(), precision(whole), whole.data());
+    }
+    byte = static_cast<uint8_t>(number.value);
+    at = number.end;
+    return 0;
+}
+
+// Reads octets joined by ".", four at most, and moves `at` past them. Returns how many.
+inline size_t read_octets(const char *&at, uint8_t *bytes)
+{
+    const char *cursor = at;
+    for (size_t count = 0;; ++cursor) {
+        uint32_t octet = 0;
+        if (!read_octet<LeadingZeros::allowed>(cursor, octet)) return count;
+        const bool is_last = count == ipv4_size - 1 || *cursor != '.';
+        if (is_last && is_digit(*cursor)) return count;
+        bytes[count++] = static_cast<uint8_t>(octet);
+        at = cursor;
+        if (is_last) return count;
+    }
+}
+
+// Reads the groups that are no plain octets, and what follows them.
+[[gnu::noinline]] int read_more_groups(const BytesText &text, const char *&at, uint8_t *bytes,
+                                       size_t count)
+{
+    for (; count < ipv4_size && (count == 0 || *at == '.'); ++count) {
+        if (count > 0 && text.ends_at(++at)) break;
+        const int result = read_any_group(text, at, bytes[count]);
+        if (result != 0) return result;
+    }
+    if (!text.ends_at(at)) return refuse_rest(text, at);
+    if (text.request.allows(PARSE_IPADDR_ALL_BYTES) && count < ipv4_size)
+        return refuse_missing_bytes(text);
+    return 0;
+}
+
+// "10.1.2.3", "10.1" or "10."
+inline int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
+{
+    const size_t count = read_octets(at, bytes);
+    if (count == ipv4_size && text.ends_at(at)) [[likely]]
+        return 0;
+    return read_more_groups(text, at, bytes, count);
+}
+
+// Reads four bytes and moves `at` to the end of the text that gives them.
+inline int read_bytes(const AddressRequest &request, const char *&at, uint8_t *bytes)
+{
+    const BytesText text{request, at};
+    if (text.ends_at(at))
+        return refuse(request.error, EINVAL, not_this_form, "%s is not specified", text.subject());
+    std::memset(bytes, 0, ipv4_size);
+    if (at[0] == '0' && at[1] == 'x') return read_hexadecimal(text, at, bytes);
+    if (request.allows(PARSE_IPADDR_INTEGER_OK) && read_integer(text, at, bytes)) return 0;
+    return read_groups(text, at, bytes);
+}
+
+// ---- The whole text ----
+
+// "any-unicast" and "any-multicast" are address zero with a keyword's word in place of the mask.
+bool read_any_keyword(const AddressRequest &request)
+{
+    std::memset(request.address, 0, ipv4_size);
+    std::memset(request.mask, 0, ipv4_size);
+    uint32_t word = 0;
+    if (std::strcmp(request.str, "any-unicast") == 0) word = IPADDR_ANY_UNICAST;
+    if (std::strcmp(request.str, "any-multicast") == 0) word = IPADDR_ANY_MULTICAST;
+    if (word == 0) return false;
+    std::memcpy(request.mask, &word, sizeof word);
+    *request.maskseen = 1;
+    return true;
+}
+
+[[gnu::noinline]] int read_mask(const AddressRequest &request, const char *suffix)
+{
+    if (!request.allows(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
+    const int result = read_bytes(request, suffix, request.mask);
+    if (result == 0) *request.maskseen = 1;
+    return result;
+}
+
+// What follows the "/": "8", "010", "0x18" or "255.0.0.0"
+int read_suffix(const AddressRequest &request, const char *suffix)
+{
+    const auto number = convert_suffix(suffix, Base::from_prefix, '.');
+    if (is_mask(number.end, '.')) return read_mask(request, suffix);
+    return read_prefix_length(request, suffix, number, ipv4_bits);
+}
+
+struct DottedQuad {
+    std::array<char, 16> text;
+
+    explicit DottedQuad(uint32_t value)
+    {
+        std::array<uint8_t, ipv4_size> bytes;
+        store_be32(bytes.data(), value);
+        put_dotted_quad(text.data(), bytes.data());
+    }
+};
+
+[[gnu::noinline]] int check_host_bits(const AddressRequest &request)
+{
+    const uint32_t address = load_be32(request.address);
+    if (*request.maskseen == 1) {
+        const uint32_t mask = load_be32(request.mask);
+        if ((address & ~mask) == 0) return 0;
+        return refuse(request.error, EINVAL, rule_broken, "masked bits are not zero (%s%c%s)",
+                      DottedQuad(address & mask).text.data(), '/', DottedQuad(mask).text.data());
+    }
+    const uint32_t pfxlen = *request.pfxlen;
+    if (pfxlen == ipv4_bits) return 0;
+    const uint32_t host_bits = UINT32_MAX >> pfxlen;
+    if ((address & host_bits) == 0) return 0;
+    if (pfxlen == 0)
+        return refuse(request.error, EINVAL, rule_broken, "host portion is not zero (%s)",
+                      request.str);
+    return refuse(request.error, EINVAL, rule_broken, "host portion is not zero (%s%c%lu)",
+                  DottedQuad(address & ~host_bits).text.data(), '/',
+                  static_cast<unsigned long>(pfxlen));
+}
+
+}  // namespace
+
+int parse_ipv4_addr(const AddressRequest &request)
+{
+    *request.pfxseen = 0;
+    *request.maskseen = 0;
+    *request.pfxlen = ipv4_bits;
+    if (request.allows(PARSE_IPADDR_DEFAULT_OK) && read_zero_prefix(request, ipv4_size)) return 0;
+    if (request.allows(PARSE_IPADDR_ANY_OK) && read_any_keyword(request)) return 0;
+    if (is_too_long(request, ipv4_text_size))
+        return refuse(request.error, EINVAL, not_this_form,
+                      "too long to be a valid ip address: '%s'", request.str);
+
+    const char *at = request.str;
+    int result = read_bytes(request, at, request.address);
+    if (result != 0) return result;
+    if (*at == '/') {
+        result = read_suffix(request, at + 1);
+        if (result != 0) return result;
+    } else if (request.allows(PARSE_IPADDR_PREFIX_REQUIRED)) {
+        return refuse_missing_prefix(request);
+    }
+    return request.allows(PARSE_IPADDR_HOST_ZERO) ? check_host_bits(request) : 0;
+}
+
+}  // namespace orvex
