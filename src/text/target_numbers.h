@@ -81,7 +81,7 @@ constexpr Conversion<Value> convert(const char *text, Base base)
     // So many digits fit 64 bits whatever they are.
     constexpr ptrdiff_t most_digits = 19;
     constexpr auto most = static_cast<uint64_t>(std::numeric_limits<Value>::max());
-    const bool negative = *text == '-';
+    const bool negative = std::is_signed_v<Value> && *text == '-';
     const char *const first = text + (negative ? 1 : 0);
     if (base == Base::hexadecimal || (base == Base::from_prefix && *first == '0')) [[unlikely]]
         return convert_any<Value>(text, base);
