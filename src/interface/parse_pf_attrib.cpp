@@ -3,7 +3,8 @@
 #include <orvex/platform.h>
 
 #include <array>
-#include <cstring>
+
+#include "text/bytes.h"
 
 static_assert(sizeof(platform_attributes) == 8);
 static_assert(offsetof(platform_attributes, is_l2ng_product) == 1);
@@ -45,16 +46,17 @@ bool read_attribute(const char *key, AttributeBuffer &buffer)
 
 void load_platform_attributes()
 {
+    const std::atomic_ref loaded(parse_pf_attrib.loaded);
+    if (loaded.load(std::memory_order_acquire) != 0) return;
     // One buffer for both reads: a hook that fills only part of it leaves the rest of the first.
     AttributeBuffer buffer{};
     if (read_attribute("global.is_l2ng_product", buffer))
         is_l2ng_product().store(buffer[0], std::memory_order_relaxed);
     if (read_attribute("global.max_ifl_subunit", buffer)) {
-        int32_t value = 0;
-        std::memcpy(&value, buffer.data(), sizeof value);
+        const auto value = load_native<int32_t>(buffer.data());
         max_ifl_subunit().store(value, std::memory_order_relaxed);
     }
-    attributes_loaded().store(1, std::memory_order_relaxed);
+    loaded.store(1, std::memory_order_release);
 }
 
 }  // namespace orvex

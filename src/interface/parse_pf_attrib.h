@@ -8,12 +8,8 @@
 
 namespace orvex {
 
-// The fields of parse_pf_attrib, for concurrent first calls. The program may write the record too,
-// so it is a plain one.
-inline std::atomic_ref<uint8_t> attributes_loaded()
-{
-    return std::atomic_ref(parse_pf_attrib.loaded);
-}
+// Fields of parse_pf_attrib, for concurrent first calls. The program may write the record too, so
+// it is a plain one.
 inline std::atomic_ref<uint8_t> is_l2ng_product()
 {
     return std::atomic_ref(parse_pf_attrib.is_l2ng_product);
@@ -23,7 +19,8 @@ inline std::atomic_ref<int32_t> max_ifl_subunit()
     return std::atomic_ref(parse_pf_attrib.max_ifl_subunit);
 }
 
-// Reads both attributes from the platform and marks the record loaded, whatever the reads gave.
+// Reads both attributes from the platform, unless the record is marked loaded, and marks it,
+// whatever the reads gave.
 void load_platform_attributes();
 
 }  // namespace orvex

@@ -81,7 +81,7 @@ constexpr Conversion<Value> convert(const char *text, Base base)
     // So many digits fit 64 bits whatever they are.
     constexpr ptrdiff_t most_digits = 19;
     constexpr auto most = static_cast<uint64_t>(std::numeric_limits<Value>::max());
-    const bool negative = *text == '-';
+    const bool negative = std::is_signed_v<Value> && *text == '-';
     const char *const first = text + (negative ? 1 : 0);
     const bool is_decimal = base == Base::decimal || (base == Base::from_prefix && *first != '0');
     if (is_decimal && is_digit(*first)) [[likely]] {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "interface/parse_interface.h"
+#include "interface/slots.h"
 
 namespace orvex_test {
 

@@ -1,0 +1,121 @@
+#include "interface/slots.h"
+
+#include <orvex/parse.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "interface/parse_field_number.h"
+#include "interface/product.h"
+
+namespace orvex {
+
+constinit std::atomic<int32_t> multichassis_naming{-1};
+
+namespace {
+
+// Whether the number after the first "-" is that of a virtual FPC.
+bool is_virtual_fpc_name(const char *name)
+{
+    const char *const dash = std::strchr(name, '-');
+    if (dash == nullptr) return false;
+    const int32_t fpc = read_number(dash + 1).value;
+    return fpc >= orvex_product_info_get_router_min_virtual_fpc_slot() &&
+           fpc <= orvex_product_info_get_router_max_virtual_fpc_slot();
+}
+
+// Reads a number in the range of the virtual FPCs, where the product has them. The message of a
+// failure stays, also when the number is then read otherwise.
+inline const char *read_virtual_slot(int32_t &value, const NameParse &parse, const char *at,
+                                     const char *label)
+{
+    if (orvex_product_info_is_virtual_fpc_enabled() == 0) return nullptr;
+    const int32_t min = orvex_product_info_get_router_min_virtual_fpc_slot();
+    const int32_t max = orvex_product_info_get_router_max_virtual_fpc_slot();
+    return parse_field_number(value, parse, at, {label, min, wrapping_add(max, 1)});
+}
+
+// The first slot number: below `bound`, or below 256 where the type or the flags say so.
+inline const char *read_first_slot(int32_t &value, const NameParse &parse, const char *at,
+                                   const char *label, int32_t bound)
+{
+    constexpr int32_t wide_bound = 256;
+    const char *const type_name = parse.record.type_name;
+    if (parse.has(PARSE_IF_WIDE_FPC) || std::strncmp(type_name, "vcp", 3) == 0) bound = wide_bound;
+    at = first_number(parse, at);
+    const char *const end = read_virtual_slot(value, parse, at, label);
+    return end != nullptr ? end : parse_field_number(value, parse, at, {label, 0, bound});
+}
+
+// "fpc"
+const char *read_plain_fpc(const NameParse &parse, const char *at)
+{
+    const int32_t bound = chassis_get_max_fpc_slots();
+    const char *const end = read_first_slot(parse.record.fpc, parse, at, "fpc", bound);
+    // "type-" is a wildcard of its own.
+    if (end == nullptr && *at == '\0' && parse.has(PARSE_IF_WILDCARD)) return at;
+    return end;
+}
+
+// "lcc"
+const char *read_lcc(int32_t &lcc, const NameParse &parse, const char *at)
+{
+    const product_info *const product = product_record();
+    const uint32_t size = product != nullptr ? product->multi_chassis_size : 0;
+    const int32_t bound = wrapping_add(static_cast<int32_t>(size), -1);
+    at = read_first_slot(lcc, parse, at, "lcc", bound);
+    if (at == nullptr || !is_wildcard_value(lcc)) return at;
+    refuse(parse.error, keep_errno, rule_broken, "wildcarding not allowed for lcc");
+    return nullptr;
+}
+
+// "lcc/fpc": the record gets the FPC's number in the whole system.
+[[gnu::noinline]] const char *read_lcc_and_fpc(const NameParse &parse, const char *at)
+{
+    int32_t lcc = IF_FIELD_ABSENT;
+    at = read_lcc(lcc, parse, at);
+    if (at == nullptr) return nullptr;
+    at = after_separator(parse, at);
+    int32_t &fpc = parse.record.fpc;
+    const char *end = read_virtual_slot(fpc, parse, at, "fpc");
+    if (end == nullptr)
+        end = parse_field_number(fpc, parse, at, {"fpc", 0, chassis_get_max_fpc_slots()});
+    if (end == nullptr) return nullptr;
+    if (is_wildcard_value(fpc)) {
+        refuse(parse.error, keep_errno, rule_broken,
+               "wildcarding not allowed for fpc when lcc is specified");
+        return nullptr;
+    }
+    const bool global = chassis_uses_global_slots_a() != 0 || chassis_uses_global_slots_b() != 0;
+    fpc = global ? chassis_local_slot_to_global_slot(fpc, lcc)
+                 : chassis_lcc_slot_to_scc_slot(lcc, fpc);
+    return end;
+}
+
+}  // namespace
+
+bool ask_multichassis_naming()
+{
+    const bool naming = chassis_is_switch_chassis() != 0 || chassis_is_line_card_chassis() != 0;
+    multichassis_naming.store(naming ? 1 : 0, std::memory_order_release);
+    return naming;
+}
+
+uint32_t virtual_pic_slots(const char *name, const interface_info &entry)
+{
+    if (is_virtual_fpc_name(name)) return get_virtual_fpc_picslots(interface_info_index(&entry));
+    return entry.pic_slots;
+}
+
+const char *read_fpc(const NameParse &parse, const char *at)
+{
+    const bool has_lcc = parse.has_lcc_names && std::count(at, at + std::strlen(at), '/') == 3;
+    return has_lcc ? read_lcc_and_fpc(parse, at) : read_plain_fpc(parse, at);
+}
+
+}  // namespace orvex
+
+uint32_t get_fpc_picslots_byname(const char *name, const interface_info *entry)
+{
+    return orvex::pic_slots(name, *entry);
+}
