@@ -92,6 +92,12 @@ void fill_gap(GapBytes<size> &bytes, size_t gap, size_t count)
     std::memcpy(bytes.data() + size - (count - gap), tail.data(), size);
 }
 
+// As above, in place. Byte by byte: a wide load would wait for the narrow stores before it.
+inline void fill_gap(uint8_t *bytes, size_t size, size_t gap, size_t count)
+{
+    for (size_t to = size; to > gap;) bytes[--to] = count > gap ? bytes[--count] : 0;
+}
+
 }  // namespace orvex
 
 #endif
