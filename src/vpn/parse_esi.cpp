@@ -1,140 +1,107 @@
 #include <orvex/parse.h>
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 
-#include "old/bytes.h"
-#include "old/digits.h"
+#include "text/bytes.h"
+#include "text/digits.h"
 #include "text/error_text.h"
-#include "old/target_numbers.h"
-#include "old/text_writer.h"
+#include "text/hex_digits.h"
+#include "text/text_writer.h"
 
 namespace orvex {
 namespace {
 
 constexpr size_t esi_size = 10;
+constexpr size_t longest_text = 3 * esi_size;
 
-// Octets as they are read, and where a "::" stands among them.
-struct Octets {
-    std::array<uint8_t, esi_size> bytes{};
-    size_t count = 0;
-    size_t gap = esi_size + 1;  // not seen
+using Esi = std::array<uint8_t, esi_size>;
 
-    [[nodiscard]] bool has_gap() const { return gap <= esi_size; }
-    [[nodiscard]] bool full() const { return count == esi_size; }
-};
+constexpr size_t no_gap = esi_size + 1;
 
-constexpr const char *unexpected_colon = "Unexpected ':' character";
-
-// The readers answer a message, or null.
+// The message of a check that fails, or null.
 using Refusal = const char *;
 
-// A group without digits.
-Refusal mark_gap(Octets &octets)
-{
-    if (octets.has_gap())
-        return "Only one '::' sequence can appear in the ESI and it may not follow a ':' character";
-    octets.gap = octets.count;
-    return nullptr;
-}
+constexpr Refusal unexpected_colon = "Unexpected ':' character";
+constexpr Refusal unexpected_character = "Invalid non-hexidecimal character found in ESI";
 
-// Reads the digits of a group and the ":" behind them; `at` moves to the next group or to the end.
-Refusal read_group(const char *&at, Octets &octets)
+bool ends_octet(const char *at) { return *at == ':' || *at == '\0'; }
+
+// Reads the digits of an octet after the first two, which are leading zeros: "000a".
+Refusal read_more_digits(const char *&at, uint32_t &octet)
 {
-    unsigned value = 0;
-    for (unsigned digit = 0; (digit = digit_value(*at)) < 16; ++at) {
-        value = value * 16 + digit;
-        if (value > 0xff)
+    for (; is_hex_digit(*at); ++at) {
+        octet = octet << 4 | hex_value(*at);
+        // "100"
+        if (octet > UINT8_MAX)
             return "Values delimited by ':' characters must be in the range 0 to 0xff";
     }
-    if (*at != ':' && *at != '\0') return "Invalid non-hexidecimal character found in ESI";
-    if (octets.full()) return "ESI is too long; length must be exactly 10 octets";
-    if (*at == ':' && *++at == '\0') return unexpected_colon;
-    octets.bytes[octets.count++] = static_cast<uint8_t>(value);
+    return ends_octet(at) ? nullptr : unexpected_character;
+}
+
+// Reads a ":" where an octet could be.
+Refusal read_gap(const char *&at, size_t count, size_t &gap)
+{
+    if (*at != ':') return unexpected_character;
+    // "1::2::3", "1:::2"
+    if (gap != no_gap)
+        return "Only one '::' sequence can appear in the ESI and it may not follow a ':' character";
+    gap = count;
+    ++at;
     return nullptr;
 }
 
-Refusal read_octets(const char *at, Octets &octets)
+// Fills the gap with zeros.
+Refusal expand(Esi &esi, size_t gap, size_t count)
 {
-    if (at[0] == ':') {
-        if (at[1] != ':') return unexpected_colon;
-        ++at;
-    }
-    Refusal refusal = nullptr;
-    while (*at != '\0' && refusal == nullptr) {
-        if (digit_value(*at) < 16) {
-            refusal = read_group(at, octets);
-        } else if (*at == ':') {
-            ++at;
-            refusal = mark_gap(octets);
-        } else {
-            refusal = "Invalid non-hexidecimal character found in ESI";
+    const bool is_full = count == esi_size;
+    if (gap == no_gap)
+        return is_full ? nullptr : "ESI is too short; length must be exactly 10 octets";
+    if (is_full) return "Unexpected '::' sequence";
+    fill_gap(esi.data(), esi_size, gap, count);
+    return nullptr;
+}
+
+Refusal read_esi(const char *at, Esi &esi)
+{
+    size_t count = 0;
+    size_t gap = no_gap;
+    // ":1"
+    if (*at == ':' && *++at != ':') return unexpected_colon;
+    while (*at != '\0') {
+        uint32_t octet = 0;
+        if (!read_hex_digits<2>(at, octet)) {
+            const Refusal refusal = read_gap(at, count, gap);
+            if (refusal != nullptr) return refusal;
+            continue;
         }
+        if (!ends_octet(at)) [[unlikely]] {
+            const Refusal refusal = read_more_digits(at, octet);
+            if (refusal != nullptr) return refusal;
+        }
+        if (count == esi_size) return "ESI is too long; length must be exactly 10 octets";
+        esi[count++] = static_cast<uint8_t>(octet);
+        if (*at == '\0') break;
+        // "1:2:"
+        if (*++at == '\0') return unexpected_colon;
     }
-    return refusal;
+    return expand(esi, gap, count);
 }
 
-// Has zeros stand for a "::".
-Refusal expand(Octets &octets)
+// All zeros, or all ones.
+bool is_reserved(const Esi &esi)
 {
-    if (!octets.has_gap())
-        return octets.full() ? nullptr : "ESI is too short; length must be exactly 10 octets";
-    if (octets.full()) return "Unexpected '::' sequence";
-    fill_gap(octets.bytes, octets.gap, octets.count);
+    if (esi[0] != 0 && esi[0] != UINT8_MAX) return false;
+    return std::all_of(esi.begin(), esi.end(), [&esi](uint8_t octet) { return octet == esi[0]; });
+}
+
+Refusal check_mode(const Esi &esi, int mode)
+{
+    if (is_reserved(esi)) return mode == PARSE_ESI_RESERVED_OK ? nullptr : "ESI value is reserved";
+    if (mode == PARSE_ESI_USER_DEFINED && esi[0] != 0)
+        return "The first octet of a user-defined ESI must be 0";
     return nullptr;
-}
-
-// The octets as numbers, most significant first.
-struct EsiWords {
-    uint64_t first;  // eight octets
-    uint32_t last;   // two
-};
-
-// Ten octets of two digits, as nearly every text is; parse_any_esi reads it to the same.
-bool read_plain_esi(const char *at, EsiWords &esi)
-{
-    esi = {0, 0};
-    for (size_t i = 0; i < esi_size; ++i, at += 3) {
-        const unsigned high = digit_value(at[0]);
-        if (high >= 16) return false;
-        const unsigned low = digit_value(at[1]);
-        if (low >= 16 || at[2] != (i + 1 < esi_size ? ':' : '\0')) return false;
-        if (i < sizeof esi.first)
-            esi.first = esi.first << 8 | high << 4 | low;
-        else
-            esi.last = esi.last << 8 | high << 4 | low;
-    }
-    return true;
-}
-
-Refusal check_mode(EsiWords esi, int mode)
-{
-    const bool all_zeros = esi.first == 0 && esi.last == 0;
-    const bool all_ones = esi.first == UINT64_MAX && esi.last == UINT16_MAX;
-    if (all_zeros || all_ones)
-        return mode == PARSE_ESI_RESERVED_OK ? nullptr : "ESI value is reserved";
-    return mode == PARSE_ESI_USER_DEFINED && esi.first >> 56 != 0
-               ? "The first octet of a user-defined ESI must be 0"
-               : nullptr;
-}
-
-void store(uint8_t *bytes, EsiWords esi)
-{
-    store_be64(bytes, esi.first);
-    store_be16(bytes + sizeof esi.first, esi.last);
-}
-
-// Reads any text.
-[[gnu::noinline]] int parse_any_esi(const char *text, uint8_t *esi, int mode, ErrorText error)
-{
-    Octets octets;
-    Refusal refusal = read_octets(text, octets);
-    if (refusal == nullptr) refusal = expand(octets);
-    const uint8_t *const bytes = octets.bytes.data();
-    const EsiWords words{load_be64(bytes), uint32_t{bytes[8]} << 8 | bytes[9]};
-    if (refusal == nullptr) refusal = check_mode(words, mode);
-    if (refusal != nullptr) return refuse(error, keep_errno, -1, "%s", refusal);
-    store(esi, words);
-    return 0;
 }
 
 }  // namespace
@@ -143,20 +110,24 @@ void store(uint8_t *bytes, EsiWords esi)
 int parse_esi(const char *text, uint8_t *esi, char *errbuf, size_t errlen, int mode)
 {
     using namespace orvex;
-    EsiWords words;
-    if (!read_plain_esi(text, words) || check_mode(words, mode) != nullptr)
-        return parse_any_esi(text, esi, mode, {errbuf, errlen});
-    store(esi, words);
+    Esi work;
+    Refusal refusal = read_esi(text, work);
+    if (refusal == nullptr) refusal = check_mode(work, mode);
+    if (refusal != nullptr) return refuse({errbuf, errlen}, keep_errno, -1, "%s", refusal);
+    std::memcpy(esi, work.data(), esi_size);
     return 0;
 }
 
 int format_esi(char *buf, size_t buflen, const uint8_t *esi)
 {
-    orvex::TextWriter writer(buf, buflen);
-    for (size_t i = 0; i < orvex::esi_size; ++i) {
-        std::array<char, 3> piece = {'0', '0', ':'};
-        orvex::put_hex_byte(piece.data(), esi[i]);
-        writer.put(piece.data(), i + 1 < orvex::esi_size ? 3 : 2);
-    }
-    return static_cast<int>(writer.length());
+    using namespace orvex;
+    const size_t length = write_text<longest_text>(buf, buflen, [esi](char *at) {
+        for (size_t i = 0; i < esi_size; ++i) {
+            at = put_hex_byte(at, esi[i]);
+            *at++ = ':';
+        }
+        *--at = '\0';
+        return at;
+    });
+    return static_cast<int>(piece_result(0, length, buflen));
 }

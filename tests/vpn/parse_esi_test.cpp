@@ -35,12 +35,14 @@ TEST(ParseEsi, FormsAndRefusals)
          {"Unexpected ':' character", {":", ":00:11", "1:2:", "01:02:", "1:2:3:4:5:6:7:8:9:a:"}},
          {"ESI is too long; length must be exactly 10 octets",
           {"1:2:3:4:5:6:7:8:9:a:b", "1:2:3:4:5:6:7:8:9:a:b:", "00:11:22:33:44:55:66:77:88:99:aa:bb"}},
-         {"Unexpected '::' sequence", {"1:2:3:4:5:6:7:8:9::a", "::1:2:3:4:5:6:7:8:9:a"}},
+         {"Unexpected '::' sequence", {"1:2:3:4:5:6:7:8:9::a", "::1:2:3:4:5:6:7:8:9:a", "1:2:3:4:5:6:7:8:9:a::"}},
          {"ESI is too short; length must be exactly 10 octets", {"00:11:22", ""}},
          {"Only one '::' sequence can appear in the ESI and it may not follow a ':' character",
           {":::", "00:11:::22", "00::11::22"}},
-         {"Values delimited by ':' characters must be in the range 0 to 0xff", {"100:11", "1:0000100"}},
-         {"Invalid non-hexidecimal character found in ESI", {"00-11", "1:2 ", "1:g"}}},
+         {"Values delimited by ':' characters must be in the range 0 to 0xff",
+          {"100:11", "1:0000100", "1:2:3:4:5:6:7:8:9:a:100"}},
+         {"Invalid non-hexidecimal character found in ESI",
+          {"00-11", "1:2 ", "1:g", "0011-", "1:2:3:4:5:6:7:8:9:a:b-"}}},
         [](const std::string &text) { return outcome(text); });
 }
 
@@ -55,6 +57,7 @@ TEST(ParseEsi, Modes)
     EXPECT_EQ(outcome("01::", PARSE_ESI_RESERVED_OK), "01000000000000000000");
     EXPECT_EQ(outcome("0:1::", PARSE_ESI_USER_DEFINED), "00010000000000000000");
     EXPECT_EQ(outcome("1:1:1:1:1:1:1:1:1:1"), "01010101010101010101");
+    EXPECT_EQ(outcome("ff:ff:ff:ff:ff:ff:ff:ff:ff:fe"), "fffffffffffffffffffe");
 }
 
 TEST(FormatEsi, RoundTripsAtEverySize)
