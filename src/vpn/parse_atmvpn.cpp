@@ -1,14 +1,14 @@
-#include <arpa/inet.h>
 #include <orvex/parse.h>
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <string_view>
 
-#include "old/bytes.h"
+#include "text/bytes.h"
+#include "text/dotted_quad.h"
 #include "text/error_text.h"
-#include "old/plain_numbers.h"
-#include "old/target_numbers.h"
+#include "text/target_numbers.h"
 #include "vpn/parse_inetvpn_rd.h"
 
 static_assert(sizeof(atmvpn_address) == 36);
@@ -21,209 +21,212 @@ constexpr int refused = 1;
 
 constexpr size_t address_size = sizeof(atmvpn_address::address);
 
-// The bits of the key in front of the address: the route distinguisher and the type.
+// The bits of the key before the address: the route distinguisher and the type.
 constexpr uint32_t key_bits = 72;
 
 // The address bits of a key without a prefix length.
 constexpr uint32_t most_bits = 183;
 
-using WorkText = std::array<char, work_text_length + 1>;
-
-// The bytes of an address, and where a gap stands among them. More bytes than fit are counted.
-struct Address {
-    std::array<uint8_t, address_size> bytes{};
+// The "::" of a text, but for one at its very start.
+struct Separators {
+    std::array<const char *, 2> first{};
     size_t count = 0;
-    size_t gap = 0;
-    bool has_gap = false;
-
-    void store(uint8_t byte)
-    {
-        if (count < bytes.size()) bytes[count] = byte;
-        ++count;
-    }
+    const char *text_end = nullptr;
 };
 
-// The next character of a kind, or the text's end. Byte by byte: the texts are short, and the one
-// in the work area was only just written.
-template <typename Text>
-Text find(Text at, char wanted)
+// Returns the next separator, or the end. Looks at every other character, as each separator has one
+// of them.
+const char *find_separator(const char *at, const char *end)
 {
-    while (*at != wanted && *at != '\0') ++at;
-    return at;
-}
-
-// The next "::", or null.
-template <typename Text>
-Text find_colons(Text at)
-{
-    for (at = find(at, ':'); *at != '\0'; at = find(at + 1, ':'))
-        if (at[1] == ':') return at;
-    return nullptr;
-}
-
-// Cuts the text at its first "/" and reads the number behind it; false when that is none.
-bool cut_prefix(char *text, uint32_t &bits)
-{
-    bits = most_bits;
-    char *const slash = find(text, '/');
-    if (*slash == '\0') return true;
-    *slash = '\0';
-    const auto number = convert<uint32_t>(slash + 1, Base::decimal);
-    bits = number.value;
-    return *number.end == '\0' && number.value <= most_bits;
-}
-
-// Cuts the text at its first "::"; answers what stands behind it, or null.
-char *cut_at_colons(char *text)
-{
-    char *const colons = find_colons(text);
-    if (colons == nullptr) return nullptr;
-    *colons = '\0';
-    return colons + 2;
-}
-
-int read_type(const char *text, uint8_t &type, ErrorText error)
-{
-    const auto number = convert<uint32_t>(text, Base::from_prefix);
-    if (*number.end != '\0')
-        return refuse(error, keep_errno, refused, "Invalid address type '%s'", text);
-    type = static_cast<uint8_t>(number.value);
-    return check_value_range("Address type", number.value, 1, UINT8_MAX, error);
-}
-
-// "10.1.2.3" or "0x1f"
-bool read_component(const char *text, Address &address)
-{
-    if (*find(text, '.') == '.') {
-        in_addr ipv4{};
-        if (inet_aton(text, &ipv4) == 0) return false;
-        std::array<uint8_t, sizeof ipv4> bytes;
-        std::memcpy(bytes.data(), &ipv4, sizeof ipv4);
-        for (const uint8_t byte : bytes) address.store(byte);
-        return true;
+    for (; end - at >= 2; at += 2) {
+        if (at[1] != ':') continue;
+        if (at[0] == ':') return at;
+        if (at[2] == ':') return at + 1;
     }
-    const auto number = convert<uint32_t>(text, Base::from_prefix);
-    if (*number.end != '\0' || number.value > UINT8_MAX) return false;
-    address.store(static_cast<uint8_t>(number.value));
-    return true;
+    return end;
+}
+
+// Of three colons in a row the first two count, of four each two.
+Separators find_separators(const char *text)
+{
+    Separators separators;
+    const char *const end = text + std::strlen(text);
+    const char *at = text == end ? end : find_separator(text + 1, end);
+    for (; at != end; at = find_separator(at + 2, end)) {
+        if (separators.count < separators.first.size()) separators.first[separators.count] = at;
+        ++separators.count;
+    }
+    separators.text_end = end;
+    return separators;
+}
+
+bool is_atmvpn(const Separators &separators)
+{
+    return separators.count == 2 || separators.count == 3;
+}
+
+// What a text that is no number gives: above all of them.
+constexpr uint64_t no_number = UINT64_MAX;
+
+// Converts a whole text of at most longest_vpn_text characters. A copy ends where the text does:
+// more digits may follow it.
+[[gnu::noinline]] uint64_t convert_all(std::string_view text, Base base)
+{
+    std::array<char, longest_vpn_text + 1> copy;
+    std::memcpy(copy.data(), text.data(), text.size());
+    copy[text.size()] = '\0';
+    const auto number = convert<uint32_t>(copy.data(), base);
+    return *number.end == '\0' ? number.value : no_number;
+}
+
+// As convert_all; an octet without leading zeros is read here.
+uint64_t read_number(std::string_view text, Base base)
+{
+    const char *at = text.data();
+    uint32_t octet = 0;
+    if (read_octet<LeadingZeros::refused>(at, octet) && at == text.data() + text.size()) [[likely]]
+        return octet;
+    return convert_all(text, base);
+}
+
+struct Component {
+    uint32_t value;
+    uint32_t size;  // bytes: 1, 4 of an IPv4 address, 0 of a text that is neither
+};
+
+// "0x1f", "10.1.2"
+[[gnu::noinline]] Component convert_component(std::string_view text)
+{
+    if (text.find('.') == std::string_view::npos) {
+        const uint64_t number = convert_all(text, Base::from_prefix);
+        return {static_cast<uint32_t>(number), number <= UINT8_MAX ? 1U : 0U};
+    }
+    uint32_t ipv4 = 0;
+    const bool is_ipv4 = read_by_inet_aton(text, ipv4);
+    return {ipv4, is_ipv4 ? 4U : 0U};
+}
+
+// False as well after the end, where `at` is when an octet goes on there.
+bool ends_component(const char *at, const char *end)
+{
+    return at == end || (at < end && *at == ':');
+}
+
+// Reads a component and moves `at` past it, also when it is refused. An octet and four of them,
+// without leading zeros, are read here.
+Component read_component(const char *&at, const char *end)
+{
+    const char *const first = at;
+    uint32_t value = 0;
+    if (read_octet<LeadingZeros::refused>(at, value) && ends_component(at, end)) return {value, 1};
+    at = first;
+    if (read_dotted_quad(at, value) && ends_component(at, end)) return {value, ipv4_size};
+    at = std::find(first, end, ':');
+    return convert_component({first, at});
+}
+
+// Stores a component after `count` bytes, as far as it fits. Returns the new count.
+size_t store(Component component, uint8_t *bytes, size_t count)
+{
+    if (component.size == 1) {
+        if (count < address_size) bytes[count] = static_cast<uint8_t>(component.value);
+        return count + 1;
+    }
+    for (const int shift : {24, 16, 8, 0}) {
+        if (count < address_size) bytes[count] = static_cast<uint8_t>(component.value >> shift);
+        ++count;
+    }
+    return count;
 }
 
 // Components joined by ":"; an empty one is the gap, unless it ends the text.
-int read_components(char *at, Address &address, ErrorText error)
+int read_address(const char *at, const char *end, uint32_t bits, uint8_t *bytes, ErrorText error)
 {
-    for (bool is_last = false; !is_last;) {
-        char *const end = find(at, ':');
-        is_last = *end == '\0';
-        *end = '\0';
-        if (end != at) {
-            if (!read_component(at, address))
-                return refuse(error, keep_errno, refused, "Invalid address component '%s'", at);
-            at = end + 1;
+    constexpr size_t no_gap = SIZE_MAX;
+    size_t count = 0;
+    size_t gap = no_gap;
+    std::memset(bytes, 0, address_size);
+    for (;; ++at) {
+        if (ends_component(at, end)) {
+            // "1::2::3", "1::2:"
+            if (gap != no_gap)
+                return refuse(error, keep_errno, refused, "Too many double colons in address");
+            if (at == end) break;
+            gap = count;
+            // Three colons in a row make one gap.
+            if (end - at > 1 && at[1] == ':') ++at;
             continue;
         }
-        if (address.has_gap)
-            return refuse(error, keep_errno, refused, "Too many double colons in address");
-        if (is_last) break;
-        address.has_gap = true;
-        address.gap = address.count;
-        // Three colons in a row make one gap.
-        at = end[1] == ':' ? end + 2 : end + 1;
+        const char *const first = at;
+        const Component component = read_component(at, end);
+        // "256", "1.2.3.x"
+        if (component.size == 0)
+            return refuse(error, keep_errno, refused, "Invalid address component '%.*s'",
+                          precision({first, at}), first);
+        count = store(component, bytes, count);
+        if (at == end) break;
     }
-    if (address.count <= address_size) return 0;
-    return refuse(error, keep_errno, refused, "Invalid address length");
-}
-
-// Whether every bit behind the first `bits` is zero.
-bool is_host_zero(const Address &address, uint32_t bits)
-{
-    const size_t whole = bits / 8;
-    if (whole < address_size && (address.bytes[whole] & 0xffU >> bits % 8) != 0) return false;
-    const auto rest = address.bytes.begin() + std::min(whole + 1, address_size);
-    return std::all_of(rest, address.bytes.end(), [](uint8_t byte) { return byte == 0; });
-}
-
-int read_atmvpn(char *text, atmvpn_address &record, uint32_t &bits, ErrorText error)
-{
-    if (!cut_prefix(text, bits)) return refuse(error, keep_errno, refused, "Invalid prefix length");
-    char *const type = cut_at_colons(text);
-    if (type == nullptr) return refused;
-    uint32_t rd_type = 0;
-    uint32_t high = 0;
-    uint32_t low = 0;
-    if (parse_inetvpn_rd(text, &rd_type, &high, &low, error.buf, error.len) != 0) return refused;
-    char *const components = cut_at_colons(type);
-    if (components == nullptr) return refused;
-    uint8_t address_type = 0;
-    if (read_type(type, address_type, error) != 0) return refused;
-    record.rd_high = high;
-    record.rd_low = low;
-    record.type = address_type;
-
-    Address address;
-    const int result = read_components(components, address, error);
-    if (result == 0 && address.has_gap) fill_gap(address.bytes, address.gap, address.count);
-    std::copy(address.bytes.begin(), address.bytes.end(), record.address);
-    if (result != 0) return result;
-    if (!is_host_zero(address, bits))
+    if (count > address_size) return refuse(error, keep_errno, refused, "Invalid address length");
+    if (gap != no_gap) {
+        fill_gap(bytes, address_size, gap, count);
+        count = address_size;
+    }
+    // "1:2/14"
+    if (!bits_after_are_zero(bytes, count, bits))
         return refuse(error, keep_errno, refused, "Address does not match prefix");
     return 0;
 }
 
-// "10.1.2.3" or "31", and the same joined by ":"
-const char *read_plain_components(const char *at, Address &address)
+int read_type(std::string_view text, uint8_t &type, ErrorText error)
 {
-    for (;; ++at) {
-        uint32_t value = 0;
-        if (!read_plain_octet<LeadingZeros::octal>(at, value)) return nullptr;
-        if (*at != '.') {
-            address.store(static_cast<uint8_t>(value));
-        } else {
-            if (!read_plain_rest<LeadingZeros::octal>(at, value)) return nullptr;
-            for (uint32_t shift = 32; shift > 0; shift -= 8)
-                address.store(static_cast<uint8_t>(value >> (shift - 8)));
-        }
-        if (*at != ':') return at;
-        if (address.count + sizeof value > address_size) return nullptr;
-    }
+    const uint64_t number = read_number(text, Base::from_prefix);
+    // "5x"
+    if (number == no_number)
+        return refuse(error, keep_errno, refused, "Invalid address type '%.*s'", precision(text),
+                      text.data());
+    type = static_cast<uint8_t>(number);
+    return check_value_range("Address type", static_cast<uint32_t>(number), 1, UINT8_MAX, error);
 }
 
-// Reads "65000:1::5::10.1.2.3/32" as nearly all are written: plain numbers in range and no gap,
-// which never fill the work area. read_atmvpn reads these to the same.
-bool read_plain_atmvpn(const char *at, atmvpn_address &record, uint32_t &bits)
+// "65000:1::5::10.1.2.3/32"
+int read_atmvpn(const char *text, atmvpn_address &record, uint32_t &bits, ErrorText error)
 {
-    RouteDistinguisher rd{};
-    at = read_plain_rd(at, rd);
-    if (at == nullptr || at[0] != ':' || at[1] != ':') return false;
-    uint32_t type = 0;
-    at += 2;
-    if (!read_plain_octet<LeadingZeros::octal>(at, type) || type == 0) return false;
-    if (at[0] != ':' || at[1] != ':') return false;
-    Address address;
-    at = read_plain_components(at + 2, address);
-    if (at == nullptr) return false;
-    bits = most_bits;
-    if (*at == '/') {
-        bits = 0;
-        if (!read_plain_octet<LeadingZeros::octal>(++at, bits) || bits > most_bits) return false;
-    }
-    if (*at != '\0' || !is_host_zero(address, bits)) return false;
-    record.rd_high = rd.high;
-    record.rd_low = rd.low;
-    record.type = static_cast<uint8_t>(type);
-    std::copy(address.bytes.begin(), address.bytes.end(), record.address);
-    return true;
-}
-
-// Reads any text, cut to the work area.
-int read_any_atmvpn(const char *text, atmvpn_address &record, uint32_t &bits, ErrorText error)
-{
-    if (parse_is_atmvpn(text) == 0)
+    const Separators separators = find_separators(text);
+    if (!is_atmvpn(separators))
         return refuse(error, keep_errno, refused, "Invalid ATM VPN address '%s'", text);
-    WorkText work;
-    const size_t length = strnlen(text, work_text_length);
-    std::memcpy(work.data(), text, length);
-    work[length] = '\0';
-    return read_atmvpn(work.data(), record, bits, error);
+
+    const auto length = static_cast<size_t>(separators.text_end - text);
+    const std::string_view work(text, std::min(length, longest_vpn_text));
+    const size_t slash = work.find('/');
+    const bool has_prefix = slash != std::string_view::npos;
+    const char *const work_end = text + work.size();
+    const char *const end = has_prefix ? text + slash : work_end;
+    const uint64_t number =
+        has_prefix ? read_number({end + 1, work_end}, Base::decimal) : most_bits;
+    // "…/184", "…/1x"
+    if (number > most_bits) return refuse(error, keep_errno, refused, "Invalid prefix length");
+    bits = static_cast<uint32_t>(number);
+
+    // A separator at the very start leaves an empty route distinguisher.
+    const char *const rd_end = std::memcmp(text, "::", 2) == 0 ? text : separators.first[0];
+    // No "::" before the cut.
+    if (end - rd_end < 2) return refused;
+    uint32_t rd_type = 0;
+    uint32_t high = 0;
+    uint32_t low = 0;
+    if (read_rd(text, static_cast<size_t>(rd_end - text), rd_type, high, low, error) != 0)
+        return refused;
+
+    const char *const type_end = separators.first[1];
+    // One "::" before the cut.
+    if (end - type_end < 2) return refused;
+    uint8_t type = 0;
+    if (read_type({rd_end + 2, type_end}, type, error) != 0) return refused;
+
+    record.rd_high = high;
+    record.rd_low = low;
+    record.type = type;
+    return read_address(type_end + 2, end, bits, record.address, error);
 }
 
 }  // namespace
@@ -231,11 +234,7 @@ int read_any_atmvpn(const char *text, atmvpn_address &record, uint32_t &bits, Er
 
 int parse_is_atmvpn(const char *text)
 {
-    // A "::" at the very start does not count.
-    int count = 0;
-    if (*text == '\0') return 0;
-    for (++text; (text = orvex::find_colons(text)) != nullptr; text += 2) ++count;
-    return count == 2 || count == 3 ? 1 : 0;
+    return orvex::is_atmvpn(orvex::find_separators(text)) ? 1 : 0;
 }
 
 int parse_atmvpn(const char *text, atmvpn_address *record, uint32_t *pfxlen, char *errbuf,
@@ -245,10 +244,8 @@ int parse_atmvpn(const char *text, atmvpn_address *record, uint32_t *pfxlen, cha
     atmvpn_address spare;
     atmvpn_address &out = record != nullptr ? *record : spare;
     uint32_t bits = 0;
-    if (!read_plain_atmvpn(text, out, bits)) {
-        const int result = read_any_atmvpn(text, out, bits, {errbuf, errlen});
-        if (result != 0) return result;
-    }
+    const int result = read_atmvpn(text, out, bits, {errbuf, errlen});
+    if (result != 0) return result;
     if (pfxlen != nullptr) *pfxlen = key_bits + bits;
     return 0;
 }

@@ -1,148 +1,128 @@
 #include "vpn/parse_inetvpn_rd.h"
 
-#include <arpa/inet.h>
 #include <orvex/parse.h>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
-#include <string_view>
 
-#include "old/name_characters.h"
-#include "old/plain_numbers.h"
-#include "old/target_numbers.h"
+#include "text/characters.h"
+#include "text/dotted_quad.h"
 
 namespace orvex {
 namespace {
 
 constexpr int refused = 1;
 
-// The types of RFC 4364 section 4.2.
+// The types of RFC 4364 section 4.2, by their administrator.
 constexpr uint32_t type_as = 0;
 constexpr uint32_t type_ipv4 = 1;
 constexpr uint32_t type_wide_as = 2;
 
-constexpr uint32_t most_plain = 0xffff;
+// The characters that are read.
+struct Work {
+    const char *text;
+    ptrdiff_t most;
+
+    [[nodiscard]] bool ends_at(const char *at) const { return *at == '\0' || at - text == most; }
+};
 
 struct Administrator {
     uint32_t type;
-    uint32_t as;  // 0 for an IPv4 address
+    uint32_t value;
+    bool is_valid;  // false for an IPv4 address that is none
 };
 
-// Reads decimal digits, `most` at the most, up to the first other character; they saturate.
-const char *read_decimal(const char *at, size_t most, uint32_t &value)
+// Converts decimal digits, as many as there are; a number that does not fit gives the maximum.
+[[gnu::noinline]] uint32_t convert_digits(const char *at, const char *end)
 {
-    // A number that left 32 bits needs no more digits.
-    uint64_t number = 0;
-    for (; most > 0 && is_digit(*at); ++at, --most)
-        if (number <= UINT32_MAX) number = number * 10 + digit_of<10>(*at);
-    value = static_cast<uint32_t>(std::min(number, uint64_t{UINT32_MAX}));
-    return at;
+    uint64_t value = 0;
+    for (; at != end && value <= UINT32_MAX; ++at) value = value * 10 + decimal_value(*at);
+    return static_cast<uint32_t>(std::min(value, uint64_t{UINT32_MAX}));
 }
 
-// "65000", "1.10", or one of them and "L"; anything else is an IPv4 address.
-Administrator read_administrator(const char *at, const char *end)
+// Reads decimal digits and moves `at` past them. Returns the number, 0 without a digit.
+uint32_t read_decimal(const char *&at, Work work)
 {
-    constexpr Administrator ipv4{type_ipv4, 0};
-    const char *const start = at;
-    Administrator administrator{type_as, 0};
-    at = read_decimal(at, static_cast<size_t>(end - at), administrator.as);
-    if (at == end) return administrator;
+    constexpr ptrdiff_t most_digits = 19;  // fit 64 bits whatever they are
+    const char *const first = at;
+    uint64_t value = 0;
+    for (unsigned digit = 0; (digit = decimal_value(*at)) <= 9; ++at) value = value * 10 + digit;
+    const bool is_past_end = at - work.text > work.most;
+    if (!is_past_end && at - first <= most_digits && value <= UINT32_MAX) [[likely]]
+        return static_cast<uint32_t>(value);
+    if (is_past_end) at = work.text + work.most;
+    return convert_digits(first, at);
+}
+
+// Reads "65000", "1.10", ".10", or one of them and "L"; anything else is an IPv4 address. Moves
+// `at` to the ":" after it, or to the end when there is none.
+Administrator read_administrator(const char *&at, Work work)
+{
+    uint32_t value = read_decimal(at, work);
+    if (*at == ':' || work.ends_at(at)) return {type_as, value, true};
+
+    bool is_as = at != work.text;
     if (*at == '.') {
-        const char *const digits = at + 1;
-        uint32_t low = 0;
-        at = read_decimal(digits, static_cast<size_t>(end - digits), low);
-        if (at == digits) return ipv4;
-        administrator = {type_wide_as, administrator.as << 16 | low};
-        if (at == end) return administrator;
+        const char *const low = at + 1;
+        at = work.text;
+        if (read_dotted_quad(at, value) && *at == ':') return {type_ipv4, value, true};
+        at = low;
+        value = value << 16 | read_decimal(at, work);
+        is_as = at != low;
     }
-    const bool is_wide = *at == 'L' && at + 1 == end && at != start;
-    return is_wide ? Administrator{type_wide_as, administrator.as} : ipv4;
+    if (*at == 'L' && !work.ends_at(at)) ++at;
+    if (*at == ':' && is_as) return {type_wide_as, value, true};
+
+    while (*at != ':' && !work.ends_at(at)) ++at;
+    const bool is_valid = read_by_inet_aton({work.text, at}, value);
+    return {type_ipv4, value, is_valid};
 }
 
-bool is_ipv4_address(std::string_view text, in_addr &address)
+// The administrator has two bytes and the number four, or the other way round.
+uint64_t assemble(uint32_t type, uint32_t administrator, uint32_t number)
 {
-    std::array<char, work_text_length + 1> copy;
-    std::memcpy(copy.data(), text.data(), text.size());
-    copy[text.size()] = '\0';
-    return inet_aton(copy.data(), &address) != 0;
+    const unsigned number_bits = type == type_as ? 32 : 16;
+    return uint64_t{type} << 48 | uint64_t{administrator} << number_bits | number;
 }
 
-RouteDistinguisher plain_as_rd(uint32_t as, uint32_t number)
-{
-    return {type_as, type_as << 16 | as, number};
-}
-
-RouteDistinguisher wide_rd(uint32_t type, uint32_t administrator, uint32_t number)
-{
-    return {type, type << 16 | administrator >> 16, administrator << 16 | number};
-}
-
-// Reads any text; `type` is known before the rest.
-int read_rd(const char *text, uint32_t &type, RouteDistinguisher &rd, ErrorText error)
-{
-    size_t length = 0;
-    while (length < work_text_length && text[length] != ':' && text[length] != '\0') ++length;
-    if (length == work_text_length || text[length] == '\0')
-        return refuse(error, keep_errno, refused, "Invalid RD format: '%s'", text);
-
-    const char *const colon = text + length;
-    const Administrator administrator = read_administrator(text, colon);
-    type = administrator.type;
-    if (type != type_ipv4) {
-        const uint32_t most_as = type == type_as ? most_plain : no_maximum;
-        if (check_value_range("autonomous system", administrator.as, 1, most_as, error) != 0)
-            return refused;
-    }
-    uint32_t number = 0;
-    const size_t room = work_text_length - length - 1;
-    const char *const end = read_decimal(colon + 1, room, number);
-    if (end != colon + 1 + room && *end != '\0')
-        return refuse(error, keep_errno, refused, "Invalid route-distinguisher: %s", text);
-    const uint32_t most_number = type == type_as ? no_maximum : most_plain;
-    if (check_value_range("RD number", number, 0, most_number, error) != 0) return refused;
-
-    if (type == type_as) {
-        rd = plain_as_rd(administrator.as, number);
-        return 0;
-    }
-    in_addr address{};
-    if (type == type_ipv4 && !is_ipv4_address({text, length}, address)) {
-        return refuse(error, keep_errno, refused, "Invalid IP address in route-distingusher: %s",
-                      text);
-    }
-    rd = wide_rd(type, type == type_ipv4 ? ntohl(address.s_addr) : administrator.as, number);
-    return 0;
-}
+// The precision of a "%.*s" that quotes a text.
+int quoted(const char *text, size_t size) { return precision({text, strnlen(text, size)}); }
 
 }  // namespace
 
-const char *read_plain_rd(const char *text, RouteDistinguisher &rd)
+int read_rd(const char *text, size_t size, uint32_t &type, uint32_t &high, uint32_t &low,
+            ErrorText error)
 {
-    uint32_t administrator = 0;
+    const Work work{text, static_cast<ptrdiff_t>(std::min(size, longest_vpn_text))};
     const char *at = text;
-    if (!read_plain_decimal(at, administrator)) return nullptr;
-    const bool is_ipv4 = *at == '.';
-    if (is_ipv4) {
-        const PlainQuad quad = read_plain_quad<LeadingZeros::octal>(text);
-        if (quad.end == nullptr) return nullptr;
-        at = quad.end;
-        administrator = quad.value;
-    } else if (administrator == 0 || administrator > most_plain) {
-        return nullptr;
-    }
-    uint32_t number = 0;
-    if (*at != ':' || !read_plain_decimal(++at, number)) return nullptr;
-    if (is_ipv4 && number > most_plain) return nullptr;
-    rd = is_ipv4 ? wide_rd(type_ipv4, administrator, number) : plain_as_rd(administrator, number);
-    return at;
-}
+    const Administrator administrator = read_administrator(at, work);
+    // "100"
+    if (work.ends_at(at))
+        return refuse(error, keep_errno, refused, "Invalid RD format: '%.*s'", quoted(text, size),
+                      text);
+    type = administrator.type;
+    const bool is_narrow = administrator.type == type_as;
+    if (administrator.type != type_ipv4 &&
+        check_value_range("autonomous system", administrator.value, 1,
+                          is_narrow ? UINT16_MAX : no_maximum, error) != 0)
+        return refused;
 
-int check_value_range(const char *noun, uint32_t value, uint32_t min, uint32_t max, ErrorText error)
-{
-    if (value >= min && value <= max) return 0;
-    return refuse(error, keep_errno, 1, "Invalid %s value at '%u' not in range %u to %u", noun,
-                  value, min, max);
+    const uint32_t number = read_decimal(++at, work);
+    // "100:5:6"
+    if (!work.ends_at(at))
+        return refuse(error, keep_errno, refused, "Invalid route-distinguisher: %.*s",
+                      quoted(text, size), text);
+    if (check_value_range("RD number", number, 0, is_narrow ? no_maximum : UINT16_MAX, error) != 0)
+        return refused;
+
+    // "10.1.1.1.1:7"
+    if (!administrator.is_valid)
+        return refuse(error, keep_errno, refused, "Invalid IP address in route-distingusher: %.*s",
+                      quoted(text, size), text);
+    const uint64_t rd = assemble(administrator.type, administrator.value, number);
+    high = static_cast<uint32_t>(rd >> 32);
+    low = static_cast<uint32_t>(rd);
+    return 0;
 }
 
 }  // namespace orvex
@@ -150,16 +130,5 @@ int check_value_range(const char *noun, uint32_t value, uint32_t min, uint32_t m
 int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t *high, uint32_t *low, char *errbuf,
                      size_t errlen)
 {
-    using namespace orvex;
-    const ErrorText error{errbuf, errlen};
-    RouteDistinguisher rd{};
-    const char *const plain_end = read_plain_rd(text, rd);
-    if (plain_end == nullptr || *plain_end != '\0') {
-        const int result = read_rd(text, *type, rd, error);
-        if (result != 0) return result;
-    }
-    *type = rd.type;
-    *high = rd.high;
-    *low = rd.low;
-    return 0;
+    return orvex::read_rd(text, SIZE_MAX, *type, *high, *low, {errbuf, errlen});
 }

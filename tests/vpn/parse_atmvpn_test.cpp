@@ -5,82 +5,137 @@
 
 namespace {
 
-// "0000fde8 00000001 5 0a010203/104", zeros at the end left out; or the message.
-std::string outcome(const std::string &text)
+struct Row {
+    std::string text;
+    uint32_t rd_low = 1;
+    uint8_t type = 5;
+    std::string address = "";  // hexadecimal, without the zeros at its end
+    uint32_t pfxlen = 0;       // 0: refused
+    std::string message = "";
+    bool stores = true;  // whether the record is written
+};
+
+void check(const Row &row)
 {
+    SCOPED_TRACE(row.text);
     orvex_test::Guarded memory(sizeof(atmvpn_address));
     auto *const record = reinterpret_cast<atmvpn_address *>(memory.data());
-    uint32_t length = 777;
+    uint32_t pfxlen = 777;
     int result = 0;
     const std::string message = orvex_test::message_of(
-        [&](char *error, size_t size) { return parse_atmvpn(orvex_test::Exact(text), record, &length, error, size); },
+        [&](char *error, size_t size) {
+            return parse_atmvpn(orvex_test::Exact(row.text), record, &pfxlen, error, size);
+        },
         result);
-    EXPECT_TRUE(memory.untouched());
+    EXPECT_EQ(message, row.message);
+    EXPECT_EQ(result, row.pfxlen == 0 ? 1 : 0);
+    EXPECT_EQ(pfxlen, row.pfxlen == 0 ? 777 : row.pfxlen);
+    EXPECT_TRUE(memory.untouched(!row.stores));
+    EXPECT_EQ(parse_atmvpn(row.text.c_str(), nullptr, nullptr, nullptr, 0), result);
+    if (!row.stores) return;
     EXPECT_EQ(record->reserved, 0x5a5a5a5a);
-    EXPECT_EQ(parse_atmvpn(text.c_str(), nullptr, nullptr, nullptr, 0), result);
-    if (result != 0) {
-        EXPECT_TRUE(result == 1 && length == 777);
-        return message;
-    }
-    char words[32];
-    snprintf(words, sizeof words, "%08x %08x %u ", record->rd_high, record->rd_low, record->type);
-    std::string address = orvex_test::hexadecimal(record->address, sizeof record->address);
-    address.resize(address.find_last_not_of('0') + 1);
-    return words + address + '/' + std::to_string(length);
+    EXPECT_EQ(record->rd_high, 65000U);
+    EXPECT_EQ(record->rd_low, row.rd_low);
+    EXPECT_EQ(record->type, row.type);
+    std::string address = row.address;
+    address.resize(2 * sizeof record->address, '0');
+    EXPECT_EQ(orvex_test::hexadecimal(record->address, sizeof record->address), address);
 }
+
+void check_all(const std::vector<Row> &rows)
+{
+    for (const Row &row : rows) check(row);
+}
+
+std::string zeros(size_t count) { return std::string(count, '0'); }
+
+const std::string bytes_22 = "1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1";
+const std::string hexadecimal_22 = "01010101010101010101010101010101010101010101";
 
 }  // namespace
 
-TEST(ParseAtmvpn, FormsAndRefusals)
+TEST(ParseAtmvpn, Reads)
 {
-    const std::string many = "1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:1:";
-    const std::string zeros(40, '0');
-    for (const auto &[text, expected] : std::vector<std::pair<std::string, std::string>>{
-             {"5::10.1.2.3/32", "5 0a010203/104"},
-             {"5::1:2::2", "5 0102" + zeros + "02/255"},
-             {"5::1:::2", "5 01" + zeros + "0002/255"},
-             {"5::::1:0x12/183", "5 " + zeros + "000112/255"},
-             {"5:::10.1.2.4", "5 " + zeros.substr(2) + "0a010204/255"},
-             {"5::", "5 /255"},
-             {"5::1:", "5 01/255"},
-             {"0x10::1/8", "16 01/80"},
-             {"010::1/010", "8 01/82"},
-             {"8::010:1/16", "8 0801/88"},
-             {"8::1.010.1.1/32", "8 01080101/104"},
-             {"5::/-4294967113", "5 /255"},
-             {"5::" + many + "2", "5 " + std::string("01010101010101010101010101010101010101010101") + "02/255"},
-             {"5::" + many + "2:2", "Invalid address length"},
-             {"5::" + many + "2.2.3.4", "Invalid address length"},
-             {"5::1:2/14", "Address does not match prefix"},
-             {"5::1:2::2/181", "Address does not match prefix"},
-             {"5::1:2/-1", "Invalid prefix length"},
-             {"5::1:2/184", "Invalid prefix length"},
-             {"5::1:2/1/2", "Invalid prefix length"},
-             {"0::1", "Invalid Address type value at '0' not in range 1 to 255"},
-             {"5x::1", "Invalid address type '5x'"},
-             {"5::1::2:", "Too many double colons in address"},
-             {"5::1::", "Too many double colons in address"},
-             {"5::256", "Invalid address component '256'"},
-             {"5::1: :2", "Invalid address component ' '"},
-             {"5::1.2.3.x:4", "Invalid address component '1.2.3.x'"},
-             {"/5::1", "Invalid prefix length"}})
-        EXPECT_EQ(outcome("65000:1::" + text),
-                  (expected.find('/') == std::string::npos ? "" : "0000fde8 00000001 ") + expected)
-            << text;
-    EXPECT_EQ(outcome("1:" + std::string(126, '0') + "/::5::1"), "");
-    EXPECT_EQ(outcome("100::5::1"), "Invalid RD format: '100'");
-    EXPECT_EQ(outcome("65000:1::5::1::2::3"), "Invalid ATM VPN address '65000:1::5::1::2::3'");
-    EXPECT_EQ(outcome(""), "Invalid ATM VPN address ''");
-    // The text behind its 129th character is not looked at.
-    EXPECT_EQ(outcome("65000:1::5::1" + std::string(116, ' ') + "x"),
-              "Invalid address component '1" + std::string(116, ' ') + "'");
-    EXPECT_EQ(outcome("65000:1::5::" + std::string(117, '0') + "xyz"), "0000fde8 00000001 5 /255");
+    check_all({
+        {.text = "65000:1::5::10.1.2.3/32", .address = "0a010203", .pfxlen = 104},
+        {.text = "65000:70000::255::2", .rd_low = 70000, .type = 255, .address = "02", .pfxlen = 255},
+        {.text = "65000:1::0x10::1/8", .type = 16, .address = "01", .pfxlen = 80},
+        {.text = "65000:1::010::1/010", .type = 8, .address = "01", .pfxlen = 82},
+        {.text = "65000:1::5::010:0x12:1/24", .address = "081201", .pfxlen = 96},
+        {.text = "65000:1::5::1.010.1/32", .address = "01080001", .pfxlen = 104},
+        {.text = "65000:1::5::1:2::2", .address = "0102" + zeros(40) + "02", .pfxlen = 255},
+        {.text = "65000:1::5::1:::2", .address = "01" + zeros(42) + "02", .pfxlen = 255},
+        {.text = "65000:1::5::::1:2/183", .address = zeros(42) + "0102", .pfxlen = 255},
+        {.text = "65000:1::5:::10.1.2.4", .address = zeros(38) + "0a010204", .pfxlen = 255},
+        {.text = "65000:1::5::" + bytes_22 + ":2", .address = hexadecimal_22 + "02", .pfxlen = 255},
+        {.text = "65000:1::5:::" + bytes_22 + ":2", .address = hexadecimal_22 + "02", .pfxlen = 255},
+        {.text = "65000:1::5::", .pfxlen = 255},
+        {.text = "65000:1::5::/", .pfxlen = 72},
+        {.text = "65000:1::5::1:", .address = "01", .pfxlen = 255},
+        {.text = "65000:1::5::/-4294967113", .pfxlen = 255},
+    });
+}
+
+TEST(ParseAtmvpn, RefusesBeforeItStores)
+{
+    const std::string range = "Invalid Address type value at '0' not in range 1 to 255";
+    check_all({
+        {.text = "", .message = "Invalid ATM VPN address ''", .stores = false},
+        {.text = "x::5/184", .message = "Invalid ATM VPN address 'x::5/184'", .stores = false},
+        {.text = "1::5::1::2::3", .message = "Invalid ATM VPN address '1::5::1::2::3'", .stores = false},
+        {.text = "x::5x::1/184", .message = "Invalid prefix length", .stores = false},
+        {.text = "65000:1::5::1/-1", .message = "Invalid prefix length", .stores = false},
+        {.text = "65000:1::5::1/1/2", .message = "Invalid prefix length", .stores = false},
+        {.text = "65000:1::/5::1", .message = "Invalid prefix length", .stores = false},
+        {.text = "100::5x::1", .message = "Invalid RD format: '100'", .stores = false},
+        {.text = "::1::2::3", .message = "Invalid RD format: ''", .stores = false},
+        {.text = "1:x::5::1", .message = "Invalid route-distinguisher: 1:x", .stores = false},
+        {.text = "65000:1::5x::256", .message = "Invalid address type '5x'", .stores = false},
+        {.text = "65000:1::::256", .message = range, .stores = false},
+    });
+}
+
+TEST(ParseAtmvpn, StoresWhatComesBeforeAFault)
+{
+    check_all({
+        {.text = "65000:1::5::7:256:1", .address = "07", .message = "Invalid address component '256'"},
+        {.text = "65000:1::5::7: :2", .address = "07", .message = "Invalid address component ' '"},
+        {.text = "65000:1::5::7::1.2.3.x:4", .address = "07", .message = "Invalid address component '1.2.3.x'"},
+        {.text = "65000:1::5::1::2:", .address = "0102", .message = "Too many double colons in address"},
+        {.text = "65000:1::5::1::", .address = "01", .message = "Too many double colons in address"},
+        {.text = "65000:1::5::" + bytes_22 + ":1.2.3.4",
+         .address = hexadecimal_22 + "01",
+         .message = "Invalid address length"},
+        {.text = "65000:1::5:::" + bytes_22 + ":2:2",
+         .address = hexadecimal_22 + "02",
+         .message = "Invalid address length"},
+        {.text = "65000:1::5::1:2/14", .address = "0102", .message = "Address does not match prefix"},
+        {.text = "65000:1::5::1::2/181",
+         .address = "01" + zeros(42) + "02",
+         .message = "Address does not match prefix"},
+        {.text = "65000:1::5::1::1", .address = "01" + zeros(42) + "01", .message = "Address does not match prefix"},
+    });
+}
+
+TEST(ParseAtmvpn, JudgesTheFirst129Characters)
+{
+    const std::string spaces(116, ' ');
+    // What follows the last "+" is cut off and would change the outcome.
+    check_all({
+        {.text = "65000:1::5::" + zeros(114) + ":12" + "3:1", .address = "000c", .pfxlen = 255},
+        {.text = "65000:1::5::" + zeros(109) + ":1.2.3.4" + "5:1", .address = "0001020304", .pfxlen = 255},
+        {.text = "65000:1::5::" + zeros(115) + "/1" + "83", .pfxlen = 73},
+        {.text = "65000:1::5::1" + spaces + "x", .message = "Invalid address component '1" + spaces + "'"},
+        {.text = "65000:1::5::" + zeros(115) + "::" + ":2", .message = "Too many double colons in address"},
+        {.text = zeros(128) + ":" + ":5::1", .stores = false},
+        {.text = "1:1::" + zeros(123) + ":" + ":1", .stores = false},
+    });
 }
 
 TEST(ParseIsAtmvpn, CountsDoubleColons)
 {
-    for (const char *text : {"1::2::3", "1::2::3::", "1:::2::", "::1::2::", "1::::"})
+    for (const char *text : {"1::2::3", "1::2::3::", "1:::2::", "::1::2::", "1::::", "12:3::4::5"})
         EXPECT_EQ(parse_is_atmvpn(orvex_test::Exact(text)), 1) << text;
-    for (const char *text : {"", ":", "::", "1::2", "::1::2", "1::2::3::4::", "1:::"})
+    for (const char *text : {"", ":", "::", "1::2", "::1::2", "1::2::3::4::", "1:::", "1:2:3:4:5::6"})
         EXPECT_EQ(parse_is_atmvpn(orvex_test::Exact(text)), 0) << text;
 }
