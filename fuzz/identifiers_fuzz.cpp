@@ -57,17 +57,6 @@ void check_sysid(const char *text)
     require(parse_is_iso_sysid(buf) == 1);
 }
 
-void check_esi(const char *text)
-{
-    Bytes first{};
-    Bytes second{};
-    char buf[30];
-    if (parse_esi(text, first.data(), nullptr, 0, PARSE_ESI_RESERVED_OK) != 0) return;
-    format_esi(buf, sizeof buf, first.data());
-    require(parse_esi(buf, second.data(), nullptr, 0, PARSE_ESI_RESERVED_OK) == 0);
-    require(first == second);
-}
-
 void check_delimited(const char *text)
 {
     Bytes first{};
@@ -104,17 +93,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     check_iso(exact.c_str(), 0);
     check_iso(exact.c_str(), PARSE_ISO_NSAP);
     check_sysid(exact.c_str());
-    check_esi(exact.c_str());
     check_delimited(exact.c_str());
     check_canonical(exact);
     char error[16];
-    uint32_t words[3];
     uint64_t seconds = 0;
-    atmvpn_address record;
-    require(parse_inetvpn_rd(exact.c_str(), words, words + 1, words + 2, error,
-                             size % sizeof error) >= 0);
-    require(parse_atmvpn(exact.c_str(), &record, words, error, size % sizeof error) >= 0);
     require(decode_dhms(exact.c_str(), 0, UINT64_MAX, &seconds, error, sizeof error) >= 0);
-    require(parse_is_iso_addr(exact.c_str()) >= 0 && parse_is_atmvpn(exact.c_str()) >= 0);
+    require(parse_is_iso_addr(exact.c_str()) >= 0);
     return 0;
 }
