@@ -56,7 +56,7 @@ constexpr auto snprintf_loop = [](const Esi &bytes) {
 
 void add_parse_esi_rows()
 {
-    add_row("parse_esi", {0.12, 0.12}, esi_text, parse, strtoul_loop);
+    add_row("parse_esi", {0.15, 0.15}, esi_text, parse, strtoul_loop);
     add_row("format_esi", {0.05, 0.05}, esi, format, snprintf_loop);
 }
 

@@ -65,7 +65,7 @@ bool is_atmvpn(const Separators &separators)
     return separators.count == 2 || separators.count == 3;
 }
 
-// Above any number.
+// What a text that is no number gives: above all of them.
 constexpr uint64_t no_number = UINT64_MAX;
 
 // Converts a whole text of at most longest_vpn_text characters. A copy ends where the text does:
@@ -106,6 +106,7 @@ struct Component {
     return {ipv4, is_ipv4 ? 4U : 0U};
 }
 
+// False as well after the end, where `at` is when an octet goes on there.
 bool ends_component(const char *at, const char *end)
 {
     return at == end || (at < end && *at == ':');
@@ -211,8 +212,10 @@ int read_atmvpn(const char *text, atmvpn_address &record, uint32_t &bits, ErrorT
     // No "::" before the cut.
     if (end - rd_end < 2) return refused;
     uint32_t rd_type = 0;
-    uint64_t rd = 0;
-    if (read_rd({text, rd_end}, rd_type, rd, error) != 0) return refused;
+    uint32_t high = 0;
+    uint32_t low = 0;
+    if (read_rd(text, static_cast<size_t>(rd_end - text), rd_type, high, low, error) != 0)
+        return refused;
 
     const char *const type_end = separators.first[1];
     // One "::" before the cut.
@@ -220,8 +223,8 @@ int read_atmvpn(const char *text, atmvpn_address &record, uint32_t &bits, ErrorT
     uint8_t type = 0;
     if (read_type({rd_end + 2, type_end}, type, error) != 0) return refused;
 
-    record.rd_high = static_cast<uint32_t>(rd >> 32);
-    record.rd_low = static_cast<uint32_t>(rd);
+    record.rd_high = high;
+    record.rd_low = low;
     record.type = type;
     return read_address(type_end + 2, end, bits, record.address, error);
 }

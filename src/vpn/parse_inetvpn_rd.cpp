@@ -3,6 +3,7 @@
 #include <orvex/parse.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "text/characters.h"
 #include "text/dotted_quad.h"
@@ -16,6 +17,14 @@ constexpr int refused = 1;
 constexpr uint32_t type_as = 0;
 constexpr uint32_t type_ipv4 = 1;
 constexpr uint32_t type_wide_as = 2;
+
+// The characters that are read.
+struct Work {
+    const char *text;
+    ptrdiff_t most;
+
+    [[nodiscard]] bool ends_at(const char *at) const { return *at == '\0' || at - text == most; }
+};
 
 struct Administrator {
     uint32_t type;
@@ -32,40 +41,40 @@ struct Administrator {
 }
 
 // Reads decimal digits and moves `at` past them. Returns the number, 0 without a digit.
-uint32_t read_decimal(const char *&at, const char *end)
+uint32_t read_decimal(const char *&at, Work work)
 {
     constexpr ptrdiff_t most_digits = 19;  // fit 64 bits whatever they are
     const char *const first = at;
     uint64_t value = 0;
     for (unsigned digit = 0; (digit = decimal_value(*at)) <= 9; ++at) value = value * 10 + digit;
-    if (at <= end && at - first <= most_digits && value <= UINT32_MAX) [[likely]]
+    const bool is_past_end = at - work.text > work.most;
+    if (!is_past_end && at - first <= most_digits && value <= UINT32_MAX) [[likely]]
         return static_cast<uint32_t>(value);
-    at = std::min(at, end);
+    if (is_past_end) at = work.text + work.most;
     return convert_digits(first, at);
 }
 
 // Reads "65000", "1.10", ".10", or one of them and "L"; anything else is an IPv4 address. Moves
 // `at` to the ":" after it, or to the end when there is none.
-Administrator read_administrator(const char *&at, const char *end)
+Administrator read_administrator(const char *&at, Work work)
 {
-    const char *const first = at;
-    uint32_t value = read_decimal(at, end);
-    if (at == end || *at == ':') return {type_as, value, true};
+    uint32_t value = read_decimal(at, work);
+    if (*at == ':' || work.ends_at(at)) return {type_as, value, true};
 
-    bool is_as = at != first;
+    bool is_as = at != work.text;
     if (*at == '.') {
         const char *const low = at + 1;
-        at = first;
+        at = work.text;
         if (read_dotted_quad(at, value) && *at == ':') return {type_ipv4, value, true};
         at = low;
-        value = value << 16 | read_decimal(at, end);
+        value = value << 16 | read_decimal(at, work);
         is_as = at != low;
     }
-    if (at != end && *at == 'L') ++at;
-    if (is_as && at != end && *at == ':') return {type_wide_as, value, true};
+    if (*at == 'L' && !work.ends_at(at)) ++at;
+    if (*at == ':' && is_as) return {type_wide_as, value, true};
 
-    at = std::find(at, end, ':');
-    const bool is_valid = read_by_inet_aton({first, at}, value);
+    while (*at != ':' && !work.ends_at(at)) ++at;
+    const bool is_valid = read_by_inet_aton({work.text, at}, value);
     return {type_ipv4, value, is_valid};
 }
 
@@ -76,18 +85,21 @@ uint64_t assemble(uint32_t type, uint32_t administrator, uint32_t number)
     return uint64_t{type} << 48 | uint64_t{administrator} << number_bits | number;
 }
 
+// The precision of a "%.*s" that quotes a text.
+int quoted(const char *text, size_t size) { return precision({text, strnlen(text, size)}); }
+
 }  // namespace
 
-int read_rd(std::string_view text, uint32_t &type, uint64_t &rd, ErrorText error)
+int read_rd(const char *text, size_t size, uint32_t &type, uint32_t &high, uint32_t &low,
+            ErrorText error)
 {
-    const char *at = text.data();
-    const char *const end = at + std::min(text.size(), longest_vpn_text);
-
-    const Administrator administrator = read_administrator(at, end);
+    const Work work{text, static_cast<ptrdiff_t>(std::min(size, longest_vpn_text))};
+    const char *at = text;
+    const Administrator administrator = read_administrator(at, work);
     // "100"
-    if (at == end)
-        return refuse(error, keep_errno, refused, "Invalid RD format: '%.*s'", precision(text),
-                      text.data());
+    if (work.ends_at(at))
+        return refuse(error, keep_errno, refused, "Invalid RD format: '%.*s'", quoted(text, size),
+                      text);
     type = administrator.type;
     const bool is_narrow = administrator.type == type_as;
     if (administrator.type != type_ipv4 &&
@@ -95,19 +107,21 @@ int read_rd(std::string_view text, uint32_t &type, uint64_t &rd, ErrorText error
                           is_narrow ? UINT16_MAX : no_maximum, error) != 0)
         return refused;
 
-    const uint32_t number = read_decimal(++at, end);
+    const uint32_t number = read_decimal(++at, work);
     // "100:5:6"
-    if (at != end)
+    if (!work.ends_at(at))
         return refuse(error, keep_errno, refused, "Invalid route-distinguisher: %.*s",
-                      precision(text), text.data());
+                      quoted(text, size), text);
     if (check_value_range("RD number", number, 0, is_narrow ? no_maximum : UINT16_MAX, error) != 0)
         return refused;
 
     // "10.1.1.1.1:7"
     if (!administrator.is_valid)
         return refuse(error, keep_errno, refused, "Invalid IP address in route-distingusher: %.*s",
-                      precision(text), text.data());
-    rd = assemble(administrator.type, administrator.value, number);
+                      quoted(text, size), text);
+    const uint64_t rd = assemble(administrator.type, administrator.value, number);
+    high = static_cast<uint32_t>(rd >> 32);
+    low = static_cast<uint32_t>(rd);
     return 0;
 }
 
@@ -116,10 +130,5 @@ int read_rd(std::string_view text, uint32_t &type, uint64_t &rd, ErrorText error
 int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t *high, uint32_t *low, char *errbuf,
                      size_t errlen)
 {
-    uint64_t rd = 0;
-    const int result = orvex::read_rd(text, *type, rd, {errbuf, errlen});
-    if (result != 0) return result;
-    *high = static_cast<uint32_t>(rd >> 32);
-    *low = static_cast<uint32_t>(rd);
-    return 0;
+    return orvex::read_rd(text, SIZE_MAX, *type, *high, *low, {errbuf, errlen});
 }

@@ -3,13 +3,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 #include "text/error_text.h"
 
 namespace orvex {
 
-// Texts of VPN identifiers are judged on this many characters.
+// Route distinguishers and ATM VPN addresses are judged on so many characters.
 constexpr size_t longest_vpn_text = 129;
 
 // The maximum of a value without an upper limit.
@@ -24,9 +23,10 @@ inline int check_value_range(const char *noun, uint32_t value, uint32_t min, uin
                   value, min, max);
 }
 
-// As parse_inetvpn_rd, for a part of a longer text: the messages quote this part only. `rd`
-// receives the eight bytes of RFC 4364 section 4.2 as a number.
-int read_rd(std::string_view text, uint32_t &type, uint64_t &rd, ErrorText error);
+// As parse_inetvpn_rd, for the first `size` characters of a terminated text, or all when it has
+// fewer: those after them neither count nor are quoted.
+int read_rd(const char *text, size_t size, uint32_t &type, uint32_t &high, uint32_t &low,
+            ErrorText error);
 
 }  // namespace orvex
 
