@@ -1,11 +1,11 @@
 #include <orvex/parse.h>
 
 #include <array>
-#include <string_view>
+#include <cstring>
 
+#include "text/characters.h"
 #include "text/error_text.h"
-#include "old/name_characters.h"
-#include "old/target_numbers.h"
+#include "text/target_numbers.h"
 
 namespace orvex {
 namespace {
@@ -13,225 +13,180 @@ namespace {
 constexpr int refused = 0;
 constexpr int accepted = 1;
 
+// ---- Units ----
+
 // Fractions of a second are counted in ten-thousandths, so that every host reads the same.
 constexpr uint32_t per_second = 10000;
 
 struct Unit {
-    char name[5];            // lower case
-    uint32_t whole_seconds;  // 0: a fraction
-    uint32_t ten_thousandths;
+    char name[5];  // lower case
+    uint32_t seconds;
+    uint32_t ten_thousandths;  // besides the whole seconds
 };
 
-// The first name that matches counts; names with the same first letter stand together. No name
-// begins as the last entry does.
-constexpr std::array<Unit, 10> dhms_units = {{
+// The first name that matches counts: "mftn" comes before "m".
+constexpr std::array<Unit, 9> dhms_units = {{
+    {"ftn", 1209600, 0},
+    {"w", 604800, 0},
     {"cftn", 120960, 0},
     {"d", 86400, 0},
-    {"ftn", 1209600, 0},
     {"h", 3600, 0},
-    {"mftn", 0, 12096000},
+    {"mftn", 1209, 6000},
+    {"uftn", 1, 2096},
     {"m", 60, 0},
     {"s", 1, 0},
-    {"uftn", 0, 12096},
-    {"w", 604800, 0},
-    {"", 0, 0},
 }};
 
-constexpr bool hides_a_later_name()
+// Whether a text begins with a name, in any case. `| 0x20` makes letters of letters only.
+constexpr bool begins_with(const char *text, const char *name)
 {
-    for (size_t i = 0; i + 1 < dhms_units.size(); ++i)
-        for (size_t j = i + 1; j < dhms_units.size(); ++j)
-            if (std::string_view(dhms_units[j].name).starts_with(dhms_units[i].name)) return true;
-    return false;
+    for (; *name != '\0'; ++name, ++text)
+        if ((*text | 0x20) != *name) return false;
+    return true;
 }
-static_assert(!hides_a_later_name());
 
-// Where the names with each letter begin.
-constexpr std::array<uint8_t, 26> first_units = [] {
-    std::array<uint8_t, 26> first{};
-    first.fill(dhms_units.size() - 1);
-    for (size_t i = dhms_units.size() - 1; i-- > 0;)
-        first[static_cast<size_t>(dhms_units[i].name[0] - 'a')] = static_cast<uint8_t>(i);
-    return first;
+static_assert([] {
+    for (size_t later = 1; later < dhms_units.size(); ++later)
+        for (size_t row = 0; row < later; ++row)
+            if (begins_with(dhms_units[later].name, dhms_units[row].name)) return false;
+    return true;
+}());
+
+// The seconds of the units whose name is one letter, by that letter.
+constexpr std::array<uint32_t, 256> letter_seconds = [] {
+    std::array<uint32_t, 256> seconds{};
+    for (const Unit &unit : dhms_units)
+        if (unit.name[1] == '\0') seconds[static_cast<unsigned char>(unit.name[0])] = unit.seconds;
+    return seconds;
 }();
+
+// Any unit, also in upper case.
+[[gnu::cold, gnu::noinline]] const Unit *find_unit(const char *text)
+{
+    for (const Unit &unit : dhms_units)
+        if (begins_with(text, unit.name)) return &unit;
+    return nullptr;
+}
+
+// False when the sum leaves 64 bits.
+bool add(uint64_t seconds, uint64_t &total)
+{
+    return !__builtin_add_overflow(total, seconds, &total);
+}
+
+// Makes a number of units one of seconds, cut to whole ones; false when they leave 64 bits.
+bool multiply(uint64_t &number, const Unit &unit)
+{
+    const uint64_t rest = number % per_second * unit.ten_thousandths;
+    const uint64_t fractions = number / per_second * unit.ten_thousandths + rest / per_second;
+    if (__builtin_mul_overflow(number, uint64_t{unit.seconds}, &number)) return false;
+    if (!add(fractions, number)) return false;
+    return number != UINT64_MAX || rest % per_second == 0;
+}
+
+// ---- Tokens ----
 
 // What can be wrong with a token.
 enum class Fault { none, syntax, overflow };
 
-// A letter in lower case; no other character becomes one.
-constexpr char lower(char character) { return static_cast<char>(character | 0x20); }
-
-// Moves `at` behind the unit's name.
-const Unit *find_unit(const char *&at)
-{
-    const char first = lower(*at);
-    if (!is_ascii_lower(first)) return nullptr;
-    const Unit *unit = &dhms_units[first_units[static_cast<size_t>(first - 'a')]];
-    for (; unit->name[0] == first; ++unit) {
-        size_t length = 1;
-        while (unit->name[length] != '\0' && lower(at[length]) == unit->name[length]) ++length;
-        if (unit->name[length] != '\0') continue;
-        at += length;
-        return unit;
-    }
-    return nullptr;
-}
-
-// Adds to the total; false, with the total unchanged, when the sum leaves 64 bits.
-bool dhms_add(uint64_t value, uint64_t &total)
-{
-    uint64_t sum = 0;
-    if (__builtin_add_overflow(total, value, &sum)) return false;
-    total = sum;
-    return true;
-}
-
-// The seconds of a number of units, cut to whole ones; false when the product leaves 64 bits.
-[[gnu::noinline]] bool multiply_fraction(uint64_t number, uint32_t ten_thousandths,
-                                         uint64_t &seconds)
-{
-    const uint64_t rest = number % per_second * ten_thousandths;
-    if (__builtin_mul_overflow(number / per_second, uint64_t{ten_thousandths}, &seconds))
-        return false;
-    if (!dhms_add(rest / per_second, seconds)) return false;
-    return seconds != UINT64_MAX || rest % per_second == 0;
-}
-
-bool multiply(uint64_t number, const Unit &unit, uint64_t &seconds)
-{
-    if (unit.whole_seconds != 0)
-        return !__builtin_mul_overflow(number, uint64_t{unit.whole_seconds}, &seconds);
-    return multiply_fraction(number, unit.ten_thousandths, seconds);
-}
-
-// Reads decimal digits; false when they leave 64 bits.
-bool read_number(const char *&at, uint64_t &number)
-{
-    constexpr uint64_t safe = (UINT64_MAX - 9) / 10;
-    number = 0;
-    for (; is_digit(*at); ++at) {
-        const unsigned digit = digit_of<10>(*at);
-        if (number > safe && (number > UINT64_MAX / 10 || number * 10 > UINT64_MAX - digit))
-            return false;
-        number = number * 10 + digit;
-    }
-    return true;
-}
-
 bool is_token_end(char character) { return character == '\0' || is_space(character); }
-
-// The readers of a token move the cursor behind it.
-
-constexpr uint32_t most_hours = 23;
-constexpr uint32_t most_sixtieths = 59;
-
-// "1:30" or "1:02:03"; an empty field is 0.
-Fault decode_hhmmss(const char *&at, uint64_t &total)
-{
-    constexpr int most_colons = 2;
-    uint32_t hours = 0;
-    uint32_t minutes = 0;
-    uint32_t seconds = 0;
-    int colons = 0;
-    const char *cursor = at;
-    for (;; ++cursor) {
-        const unsigned digit = digit_of<10>(*cursor);
-        if (digit <= 9) {
-            // The fields wrap as 32-bit numbers do.
-            const uint32_t longer = seconds * 10 + digit;
-            if (longer < seconds) return Fault::overflow;
-            seconds = longer;
-            continue;
-        }
-        if (*cursor != ':') break;
-        if (++colons > most_colons) return Fault::syntax;
-        hours = minutes;
-        minutes = seconds;
-        seconds = 0;
-    }
-    if (!is_token_end(*cursor)) return Fault::syntax;
-    at = cursor;
-    if (hours > most_hours || minutes > most_sixtieths || seconds > most_sixtieths)
-        return Fault::overflow;
-    return dhms_add(hours * 3600 + minutes * 60 + seconds, total) ? Fault::none : Fault::overflow;
-}
-
-// Reads one or two digits.
-[[gnu::always_inline]] inline bool read_short_field(const char *&at, uint32_t &value)
-{
-    value = digit_of<10>(*at);
-    if (value > 9) return false;
-    const unsigned digit = digit_of<10>(*++at);
-    if (digit > 9) return true;
-    value = value * 10 + digit;
-    ++at;
-    return true;
-}
-
-// "1:30" or "1:02:03" with short fields in range, as nearly every time is; decode_hhmmss reads it
-// to the same.
-bool read_plain_clock(const char *&at, uint64_t &total)
-{
-    uint32_t hours = 0;
-    uint32_t minutes = 0;
-    uint32_t seconds = 0;
-    const char *cursor = at;
-    if (!read_short_field(cursor, minutes) || *cursor != ':') return false;
-    if (!read_short_field(++cursor, seconds)) return false;
-    if (*cursor == ':') {
-        hours = minutes;
-        minutes = seconds;
-        if (!read_short_field(++cursor, seconds)) return false;
-    }
-    if (!is_token_end(*cursor)) return false;
-    if (hours > most_hours || minutes > most_sixtieths || seconds > most_sixtieths) return false;
-    if (!dhms_add(hours * 3600 + minutes * 60 + seconds, total)) return false;
-    at = cursor;
-    return true;
-}
-
-// "90", or pairs of a number and a unit: "1d2h30m".
-Fault decode_pairs(const char *&at, uint64_t &total)
-{
-    for (bool is_first = true; is_first || !is_token_end(*at); is_first = false) {
-        if (!is_digit(*at)) return Fault::syntax;
-        uint64_t value = 0;
-        if (!read_number(at, value)) return Fault::overflow;
-        if (is_token_end(*at)) {
-            if (!is_first) return Fault::syntax;
-        } else {
-            const Unit *const unit = find_unit(at);
-            if (unit == nullptr) return Fault::syntax;
-            if (!multiply(value, *unit, value)) return Fault::overflow;
-        }
-        if (!dhms_add(value, total)) return Fault::overflow;
-    }
-    return Fault::none;
-}
-
-bool holds_colon(const char *at)
-{
-    while (!is_token_end(*at) && *at != ':') ++at;
-    return *at == ':';
-}
-
-// A token with a ":" anywhere is a time; no pairs have one, so that they are tried first.
-Fault decode_dhms_token(const char *&at, uint64_t &total)
-{
-    if (read_plain_clock(at, total)) return Fault::none;
-    uint64_t sum = total;
-    const char *behind = at;
-    const Fault fault = decode_pairs(behind, sum);
-    if (fault != Fault::none) return holds_colon(at) ? decode_hhmmss(at, total) : fault;
-    at = behind;
-    total = sum;
-    return Fault::none;
-}
 
 const char *skip_space(const char *at)
 {
     while (is_space(*at)) ++at;
     return at;
+}
+
+// Reads the unit of a number, and makes the number one of seconds. Only the first number of a token
+// may do without a unit.
+Fault read_unit(const char *&at, bool is_first, uint64_t &number)
+{
+    const uint32_t seconds = letter_seconds[static_cast<unsigned char>(*at)];
+    // Another letter may make it a longer name: "mftn".
+    if (seconds != 0 && !is_ascii_letter(at[1])) [[likely]] {
+        ++at;
+        return __builtin_mul_overflow(number, uint64_t{seconds}, &number) ? Fault::overflow
+                                                                          : Fault::none;
+    }
+    if (is_first && is_token_end(*at)) return Fault::none;
+    const Unit *const unit = find_unit(at);
+    if (unit == nullptr) return Fault::syntax;
+    at += std::strlen(unit->name);
+    return multiply(number, *unit) ? Fault::none : Fault::overflow;
+}
+
+// "90", or pairs of a number and a unit: "1d2h30m"
+Fault read_pairs(const char *&at, uint64_t &total)
+{
+    const char *const start = at;
+    do {
+        if (!is_digit(*at)) return Fault::syntax;
+        const bool is_first = at == start;
+        const auto number = convert<uint64_t>(at, Base::decimal);
+        at = number.end;
+        if (number.out_of_range) return Fault::overflow;
+        uint64_t seconds = number.value;
+        const Fault fault = read_unit(at, is_first, seconds);
+        if (fault != Fault::none) return fault;
+        if (!add(seconds, total)) return Fault::overflow;
+    } while (!is_token_end(*at));
+    return Fault::none;
+}
+
+// Reads the digits of a field, none of them for 0. The field wraps as 32-bit numbers do; false when
+// it becomes smaller.
+bool read_field(const char *&at, uint32_t &field)
+{
+    field = 0;
+    for (; is_digit(*at); ++at) {
+        const uint32_t longer = field * 10 + decimal_value(*at);
+        if (longer < field) return false;
+        field = longer;
+    }
+    return true;
+}
+
+// "1:30" or "1:02:03"
+Fault read_clock(const char *&at, uint64_t &total)
+{
+    constexpr uint32_t most_hours = 23;
+    constexpr uint32_t most_sixtieths = 59;
+    uint32_t hours = 0;
+    uint32_t minutes = 0;
+    uint32_t seconds = 0;
+    if (!read_field(at, minutes)) return Fault::overflow;
+    if (*at != ':') return Fault::syntax;
+    if (!read_field(++at, seconds)) return Fault::overflow;
+    if (*at == ':') {
+        hours = minutes;
+        minutes = seconds;
+        if (!read_field(++at, seconds)) return Fault::overflow;
+    }
+    if (!is_token_end(*at)) return Fault::syntax;
+    if (hours > most_hours || minutes > most_sixtieths || seconds > most_sixtieths)
+        return Fault::overflow;
+    return add(hours * 3600 + minutes * 60 + seconds, total) ? Fault::none : Fault::overflow;
+}
+
+bool holds_colon(const char *at)
+{
+    while (*at != ':' && !is_token_end(*at)) ++at;
+    return *at == ':';
+}
+
+// A ":" anywhere makes the whole token a clock; it nearly always comes after the first digits.
+Fault read_token(const char *&at, uint64_t &total)
+{
+    const char *after_digits = at;
+    while (is_digit(*after_digits)) ++after_digits;
+    if (*after_digits != ':') {
+        const char *const start = at;
+        const Fault fault = read_pairs(at, total);
+        if (fault == Fault::none || !holds_colon(at)) return fault;
+        // "1h:30", whose fault is that of a clock
+        at = start;
+    }
+    return read_clock(at, total);
 }
 
 }  // namespace
@@ -246,7 +201,7 @@ int decode_dhms(const char *text, uint64_t min, uint64_t max, uint64_t *seconds,
     const char *at = skip_space(text);
     if (*at == '\0') return refuse(error, keep_errno, refused, "Empty string");
     while (*at != '\0') {
-        const Fault fault = decode_dhms_token(at, total);
+        const Fault fault = read_token(at, total);
         if (fault == Fault::syntax) return refuse(error, keep_errno, refused, "Syntax error");
         if (fault == Fault::overflow) return refuse(error, keep_errno, refused, "Overflow");
         at = skip_space(at);
