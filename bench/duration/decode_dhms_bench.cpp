@@ -43,7 +43,7 @@ struct Unit {
 constexpr Unit units[] = {{"cftn", 120960}, {"ftn", 1209600}, {"w", 604800}, {"d", 86400},
                           {"h", 3600},      {"m", 60},        {"s", 1}};
 
-uint64_t take_unit(const char *&at)
+uint64_t read_unit(const char *&at)
 {
     for (const Unit &unit : units) {
         const size_t length = std::strlen(unit.name);
@@ -63,7 +63,7 @@ constexpr auto strtoumax_loop = [](const std::string &text) {
         const uintmax_t number = std::strtoumax(at, &end, 10);
         if (end == at || errno != 0) break;
         at = end;
-        total += number * take_unit(at);
+        total += number * read_unit(at);
     }
     benchmark::DoNotOptimize(total);
 };

@@ -52,16 +52,15 @@ static_assert([] {
     return true;
 }());
 
-// The seconds of the units whose name is one letter, by that letter in either case.
+// The seconds of the units whose name is one letter, by that letter.
 constexpr std::array<uint32_t, 256> letter_seconds = [] {
     std::array<uint32_t, 256> seconds{};
-    for (const Unit &unit : dhms_units) {
-        const auto letter = static_cast<unsigned char>(unit.name[0]);
-        if (unit.name[1] == '\0') seconds[letter] = seconds[letter - 'a' + 'A'] = unit.seconds;
-    }
+    for (const Unit &unit : dhms_units)
+        if (unit.name[1] == '\0') seconds[static_cast<unsigned char>(unit.name[0])] = unit.seconds;
     return seconds;
 }();
 
+// Any unit, also in upper case.
 [[gnu::cold, gnu::noinline]] const Unit *find_unit(const char *text)
 {
     for (const Unit &unit : dhms_units)
@@ -103,7 +102,7 @@ const char *skip_space(const char *at)
 Fault read_unit(const char *&at, bool is_first, uint64_t &number)
 {
     const uint32_t seconds = letter_seconds[static_cast<unsigned char>(*at)];
-    // A second letter may belong to a longer name: "mftn".
+    // Another letter may make it a longer name: "mftn".
     if (seconds != 0 && !is_ascii_letter(at[1])) [[likely]] {
         ++at;
         return __builtin_mul_overflow(number, uint64_t{seconds}, &number) ? Fault::overflow
