@@ -2,8 +2,6 @@
 #ifndef ORVEX_TEXT_BYTES_H
 #define ORVEX_TEXT_BYTES_H
 
-#include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -23,41 +21,23 @@ Word load_native(const uint8_t *bytes)
     return word;
 }
 
-inline uint32_t load_be16(const uint8_t *bytes)
+constexpr uint32_t load_be16(const uint8_t *bytes) { return uint32_t{bytes[0]} << 8 | bytes[1]; }
+
+constexpr uint32_t load_be32(const uint8_t *bytes)
 {
-    const auto word = load_native<uint16_t>(bytes);
-    return std::endian::native == std::endian::little ? __builtin_bswap16(word) : word;
+    return load_be16(bytes) << 16 | load_be16(bytes + 2);
 }
 
-inline uint32_t load_be32(const uint8_t *bytes)
+constexpr void store_be16(uint8_t *bytes, uint32_t value)
 {
-    const auto word = load_native<uint32_t>(bytes);
-    return std::endian::native == std::endian::little ? __builtin_bswap32(word) : word;
+    bytes[0] = static_cast<uint8_t>(value >> 8);
+    bytes[1] = static_cast<uint8_t>(value);
 }
 
-inline uint64_t load_be64(const uint8_t *bytes)
+constexpr void store_be32(uint8_t *bytes, uint32_t value)
 {
-    const auto word = load_native<uint64_t>(bytes);
-    return std::endian::native == std::endian::little ? __builtin_bswap64(word) : word;
-}
-
-inline void store_be16(uint8_t *bytes, uint32_t value)
-{
-    auto word = static_cast<uint16_t>(value);
-    if constexpr (std::endian::native == std::endian::little) word = __builtin_bswap16(word);
-    std::memcpy(bytes, &word, sizeof word);
-}
-
-inline void store_be32(uint8_t *bytes, uint32_t value)
-{
-    if constexpr (std::endian::native == std::endian::little) value = __builtin_bswap32(value);
-    std::memcpy(bytes, &value, sizeof value);
-}
-
-inline void store_be64(uint8_t *bytes, uint64_t value)
-{
-    if constexpr (std::endian::native == std::endian::little) value = __builtin_bswap64(value);
-    std::memcpy(bytes, &value, sizeof value);
+    store_be16(bytes, value >> 16);
+    store_be16(bytes + 2, value);
 }
 
 // Whether every byte is zero.
@@ -77,22 +57,8 @@ inline bool bits_after_are_zero(const uint8_t *bytes, size_t count, size_t lengt
     return all_zero(bytes + whole + 1, count - whole - 1);
 }
 
-// Bytes with room for as many again: whole blocks are copied, which is quicker than their parts.
-template <size_t size>
-using GapBytes = std::array<uint8_t, 2 * size>;
-
-// Moves the bytes from `gap` to `count` to the end of the first `size` bytes, and puts zeros where
-// they were.
-template <size_t size>
-void fill_gap(GapBytes<size> &bytes, size_t gap, size_t count)
-{
-    std::array<uint8_t, size> tail;
-    std::memcpy(tail.data(), bytes.data() + gap, size);
-    std::memset(bytes.data() + gap, 0, size);
-    std::memcpy(bytes.data() + size - (count - gap), tail.data(), size);
-}
-
-// As above, in place. Byte by byte: a wide load would wait for the narrow stores before it.
+// Moves the bytes from `gap` to `count` to the end of `size` bytes, and puts zeros where they were.
+// Byte by byte: a wide load would wait for the narrow stores before it.
 inline void fill_gap(uint8_t *bytes, size_t size, size_t gap, size_t count)
 {
     for (size_t to = size; to > gap;) bytes[--to] = count > gap ? bytes[--count] : 0;

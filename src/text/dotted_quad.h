@@ -60,15 +60,6 @@ inline bool read_dotted_quad(const char *&at, uint32_t &quad)
 // Reads a text, of at most 129 characters, as the host's inet_aton does.
 bool read_by_inet_aton(std::string_view text, uint32_t &address);
 
-// As read_by_inet_aton; four plain octets are read here.
-inline bool read_ipv4(std::string_view text, uint32_t &address)
-{
-    const char *at = text.data();
-    if (read_dotted_quad(at, address) && at == text.data() + text.size()) [[likely]]
-        return true;
-    return read_by_inet_aton(text, address);
-}
-
 }  // namespace orvex
 
 #endif

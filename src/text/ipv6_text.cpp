@@ -15,7 +15,7 @@ constexpr unsigned groups_before_quad = 6;
 
 // What is read of an address so far.
 struct Groups {
-    GapBytes<ipv6_size> bytes{};
+    std::array<uint8_t, ipv6_size> bytes{};
     size_t count = 0;  // bytes
     size_t gap = no_gap;
 
@@ -117,7 +117,8 @@ bool read_ipv6(const char *&at, uint8_t *bytes)
         cursor += 2;
     }
     if (!read_groups(cursor, groups) || !is_complete(groups)) return false;
-    if (groups.gap != Groups::no_gap) fill_gap<ipv6_size>(groups.bytes, groups.gap, groups.count);
+    if (groups.gap != Groups::no_gap)
+        fill_gap(groups.bytes.data(), ipv6_size, groups.gap, groups.count);
     std::memcpy(bytes, groups.bytes.data(), ipv6_size);
     at = cursor;
     return true;
