@@ -85,7 +85,7 @@ ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit)
 #define PARSE_IPADDR_MULTICAST 0x100U     /* the address must be in 224.0.0.0/4 or ff00::/8 */
 #define PARSE_IPADDR_ANY_OK 0x200U        /* IPv4: "any-unicast" and "any-multicast" */
 #define PARSE_IPADDR_NO_MARTIAN 0x400U    /* IPv4: not 0.0.0.0, 127/8, 192.0.0/24 or 224/3 */
-#define PARSE_IPADDR_UNICAST 0x800U       /* must be unicast, as in parse_ipaddr_is_unicast */
+#define PARSE_IPADDR_UNICAST 0x800U       /* unicast, as in parse_ipaddr_is_unicast */
 
 /*
  * Mask words of the IPv4 keywords "any-unicast" and "any-multicast": the four bytes of the mask
@@ -113,12 +113,12 @@ ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit)
  * Each output may be null; the text is checked all the same.
  *
  * IPv4 texts: one to four decimal groups of 0 to 255 joined by ".", never octal, the missing ones
- * zero ("10.1" and "10.1." are 10.1.0.0); a hexadecimal number after "0x"; under
- * PARSE_IPADDR_INTEGER_OK one decimal number. The prefix length may be decimal, octal (leading 0)
- * or hexadecimal (leading 0x). A text with a "/" has at most 31 characters.
- * IPv6 texts: those of RFC 4291 section 2.2. The prefix length is decimal. A text with a "/" has at
- * most 91 characters.
- * Neither a group nor a prefix length may start with "-".
+ * zero ("10.1" and "10.1." are 10.1.0.0); a hexadecimal number of 32 bits after
+ * "0x"; under PARSE_IPADDR_INTEGER_OK one decimal number. The prefix length may be decimal, octal
+ * (leading 0) or hexadecimal (leading 0x). A text with a "/" has at most 31 characters. IPv6 texts:
+ * those of RFC 4291 section 2.2. The prefix length is decimal. A text with a "/" has at most 91
+ * characters. Neither a group nor a prefix length may start with "-". The class rules of the
+ * further families are those of IPv4 or IPv6.
  *
  * Returns
  *   0  success.
@@ -206,7 +206,8 @@ ORVEX_PARSE_API size_t format_ipv6addr_partial(const void *prefix, uint32_t pfxl
  *  - with errno EINVAL and `buf` unchanged for another family, and with an empty text when there is
  *    a buffer but `address` is needed and null, which is logged;
  *  - with errno ENOSPC when `buf` is null, `buflen` is 0 or the text does not fit. The buffer then
- *    holds the text cut short, or an empty text in place of a keyword.
+ *    holds the text cut short, or an empty text in place of a keyword; for IPv6, what
+ *    _format_ipv6addr leaves.
  */
 ORVEX_PARSE_API size_t format_ipaddr(int af, const void *address, uint8_t full_form, int pfxseen,
                                      uint32_t pfxlen, int maskseen, const void *mask, char *buf,
