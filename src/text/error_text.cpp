@@ -6,7 +6,9 @@
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <limits>
+#include <string_view>
 
 namespace orvex {
 namespace {
@@ -48,12 +50,10 @@ struct Room {
 void write_message(ErrorText error, const char *format, va_list args)
 {
     Room room{error.buf, error.len - 1};
-    for (;;) {
-        const char *const piece = format;
-        while (*format != '%' && *format != '\0') ++format;
-        room.put(piece, static_cast<size_t>(format - piece));
-        if (*format == '\0') break;
-        switch (*++format) {
+    while (const char *const percent = std::strchr(format, '%')) {
+        room.put(format, static_cast<size_t>(percent - format));
+        format = percent + 1;
+        switch (*format) {
             case 's': {
                 const char *const text = va_arg(args, const char *);
                 room.put(text, strnlen(text, room.size));
@@ -82,6 +82,7 @@ void write_message(ErrorText error, const char *format, va_list args)
         }
         ++format;
     }
+    room.put(format, std::strlen(format));
     *room.at = '\0';
 }
 
@@ -94,6 +95,18 @@ int refuse(ErrorText error, int error_number, int result, const char *format, ..
         va_start(args, format);
         write_message(error, format, args);
         va_end(args);
+    }
+    if (error_number != keep_errno) errno = error_number;
+    return result;
+}
+
+int refuse(ErrorText error, int error_number, int result,
+           std::initializer_list<std::string_view> pieces)
+{
+    if (error.buf != nullptr && error.len != 0) {
+        Room room{error.buf, error.len - 1};
+        for (const std::string_view piece : pieces) room.put(piece.data(), piece.size());
+        *room.at = '\0';
     }
     if (error_number != keep_errno) errno = error_number;
     return result;

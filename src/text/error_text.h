@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstddef>
+#include <initializer_list>
 #include <string_view>
 
 namespace orvex {
@@ -25,6 +26,10 @@ constexpr int keep_errno = 0;
 // message is cut to the buffer and terminated. Conversions: %s %.*s %c %d %u %lu %zu %ju %%.
 [[gnu::noinline, gnu::format(printf, 4, 5)]] int refuse(ErrorText error, int error_number,
                                                         int result, const char *format, ...);
+
+// As above, with a message that is given in pieces: one that quotes parts of a text.
+[[gnu::noinline]] int refuse(ErrorText error, int error_number, int result,
+                             std::initializer_list<std::string_view> pieces);
 
 // The precision of a "%.*s" that prints `text`.
 constexpr int precision(std::string_view text)
