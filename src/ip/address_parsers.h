@@ -28,7 +28,7 @@ struct AddressRequest {
     uint8_t *mask;
     ErrorText error;
 
-    [[nodiscard]] bool allows(uint32_t flag) const { return (flags & flag) != 0; }
+    [[nodiscard]] bool has(uint32_t flag) const { return (flags & flag) != 0; }
 };
 
 // Return 0, not_this_form or rule_broken.
@@ -49,21 +49,21 @@ inline bool read_zero_prefix(const AddressRequest &request, size_t address_size)
 // Whether a text with a "/" has `size` characters or more.
 inline bool is_too_long(const AddressRequest &request, size_t size)
 {
-    return request.allows(PARSE_IPADDR_PREFIX_OK) && strnlen(request.str, size) == size &&
+    return request.has(PARSE_IPADDR_PREFIX_OK) && strnlen(request.str, size) == size &&
            std::strchr(request.str, '/') != nullptr;
 }
 
 // Whether the address of the text ends at `at`.
 inline bool ends_address(const AddressRequest &request, const char *at)
 {
-    return *at == '\0' || (*at == '/' && request.allows(PARSE_IPADDR_PREFIX_OK));
+    return *at == '\0' || (*at == '/' && request.has(PARSE_IPADDR_PREFIX_OK));
 }
 
 // The text up to its suffix.
 inline std::string_view address_text(const AddressRequest &request)
 {
     const char *const slash =
-        request.allows(PARSE_IPADDR_PREFIX_OK) ? std::strchr(request.str, '/') : nullptr;
+        request.has(PARSE_IPADDR_PREFIX_OK) ? std::strchr(request.str, '/') : nullptr;
     if (slash == nullptr) return request.str;
     return {request.str, slash};
 }
@@ -128,7 +128,7 @@ inline int refuse_missing_prefix(const AddressRequest &request)
 {
     return refuse(request.error, EINVAL, rule_broken,
                   "missing required prefix length %sin address '%s'",
-                  request.allows(PARSE_IPADDR_MASK_OK) ? "or mask " : "", request.str);
+                  request.has(PARSE_IPADDR_MASK_OK) ? "or mask " : "", request.str);
 }
 
 }  // namespace orvex

@@ -16,38 +16,27 @@ constexpr const char *source = "parse_ipaddr";
 
 // ---- Families ----
 
-struct Family {
-    uint32_t code;
-    uint32_t base;  // whose text and class rules it follows
-};
-
-constexpr std::array<Family, 9> families = {{
-    {PARSE_AF_INET, PARSE_AF_INET},
-    {PARSE_AF_INET6, PARSE_AF_INET6},
-    {73, PARSE_AF_INET},
-    {119, PARSE_AF_INET},
-    {121, PARSE_AF_INET6},
-    {129, PARSE_AF_INET},
-    {131, PARSE_AF_INET6},
-    {139, PARSE_AF_INET},
-    {141, PARSE_AF_INET6},
-}};
-
-// The base family of a code, 0 for an unsupported one.
+// The family, PARSE_AF_INET or PARSE_AF_INET6, whose texts and class rules a family code has; 0 for
+// an unsupported code.
 uint32_t base_family(uint32_t code)
 {
     switch (code) {
-        case PARSE_AF_INET: [[likely]] return PARSE_AF_INET;
-        case PARSE_AF_INET6: return PARSE_AF_INET6;
-        default: break;
+        case PARSE_AF_INET:
+        case 73:
+        case 119:
+        case 129:
+        case 139: return PARSE_AF_INET;
+        case PARSE_AF_INET6:
+        case 121:
+        case 131:
+        case 141: return PARSE_AF_INET6;
+        default: return 0;
     }
-    for (const Family &family : families)
-        if (family.code == code) return family.base;
-    return 0;
 }
+
 // ---- Address classes ----
 
-// The class of fe00::/8, by the top two bits of the second byte.
+// The classes of fe00::/8, by the top two bits of the second byte.
 constexpr std::array<uint8_t, 4> fe00_types = {IPV6_ADDRESS_TYPE_OTHER, IPV6_ADDRESS_TYPE_OTHER,
                                                IPV6_ADDRESS_TYPE_LINK_LOCAL,
                                                IPV6_ADDRESS_TYPE_SITE_LOCAL};
@@ -92,7 +81,25 @@ bool is_unicast(uint32_t family, const uint8_t *address)
     return type != IPV6_ADDRESS_TYPE_NONE && type != IPV6_ADDRESS_TYPE_MULTICAST;
 }
 
-// Stand in for the outputs that a caller leaves null.
+constexpr uint32_t class_flags =
+    PARSE_IPADDR_MULTICAST | PARSE_IPADDR_NO_MARTIAN | PARSE_IPADDR_UNICAST;
+
+int check_class(uint32_t family, const AddressRequest &request)
+{
+    const uint8_t *const address = request.address;
+    if (request.has(PARSE_IPADDR_MULTICAST) && !is_multicast(family, address))
+        return refuse(request.error, keep_errno, rule_broken, "invalid multicast address - '%s'",
+                      request.str);
+    if (request.has(PARSE_IPADDR_NO_MARTIAN) && is_martian(family, address))
+        return refuse(request.error, keep_errno, rule_broken, "martian address not allowed - '%s'",
+                      request.str);
+    if (request.has(PARSE_IPADDR_UNICAST) && !is_unicast(family, address))
+        return refuse(request.error, keep_errno, rule_broken, "invalid unicast address - '%s'",
+                      request.str);
+    return 0;
+}
+
+// Used in place of the outputs that a caller leaves null.
 struct OwnOutputs {
     uint8_t address[ipv6_size];
     uint8_t mask[ipv6_size];
@@ -100,23 +107,6 @@ struct OwnOutputs {
     uint32_t pfxlen;
     int maskseen;
 };
-
-constexpr uint32_t class_flags =
-    PARSE_IPADDR_MULTICAST | PARSE_IPADDR_NO_MARTIAN | PARSE_IPADDR_UNICAST;
-[[gnu::noinline]] int check_class(uint32_t family, const AddressRequest &request)
-{
-    const uint8_t *const address = request.address;
-    if (request.allows(PARSE_IPADDR_MULTICAST) && !is_multicast(family, address))
-        return refuse(request.error, keep_errno, rule_broken, "invalid multicast address - '%s'",
-                      request.str);
-    if (request.allows(PARSE_IPADDR_NO_MARTIAN) && is_martian(family, address))
-        return refuse(request.error, keep_errno, rule_broken, "martian address not allowed - '%s'",
-                      request.str);
-    if (request.allows(PARSE_IPADDR_UNICAST) && !is_unicast(family, address))
-        return refuse(request.error, keep_errno, rule_broken, "invalid unicast address - '%s'",
-                      request.str);
-    return 0;
-}
 
 }  // namespace
 }  // namespace orvex
@@ -150,8 +140,7 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
     if (!insist(af != nullptr, source, "af != NULL")) af = &own_af;
     if (!insist(str != nullptr, source, "str != NULL")) request.str = "";
 
-    if (*af == 0) [[unlikely]]
-        *af = std::strchr(request.str, ':') != nullptr ? PARSE_AF_INET6 : PARSE_AF_INET;
+    if (*af == 0) *af = std::strchr(request.str, ':') != nullptr ? PARSE_AF_INET6 : PARSE_AF_INET;
     const uint32_t family = base_family(*af);
     if (family == 0)
         return refuse(request.error, PARSE_EAFNOSUPPORT, not_this_form,
@@ -165,23 +154,14 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
         return refuse(request.error, ENOSPC, rule_broken, "'mask' not large enough to hold result");
 
     OwnOutputs own;
-    if (request.address == nullptr) [[unlikely]]
-        request.address = own.address;
-    if (request.pfxseen == nullptr) [[unlikely]]
-        request.pfxseen = &own.pfxseen;
-    if (request.pfxlen == nullptr) [[unlikely]]
-        request.pfxlen = &own.pfxlen;
-    if (request.maskseen == nullptr) [[unlikely]]
-        request.maskseen = &own.maskseen;
-    if (request.mask == nullptr) [[unlikely]]
-        request.mask = own.mask;
+    if (request.address == nullptr) request.address = own.address;
+    if (request.pfxseen == nullptr) request.pfxseen = &own.pfxseen;
+    if (request.pfxlen == nullptr) request.pfxlen = &own.pfxlen;
+    if (request.maskseen == nullptr) request.maskseen = &own.maskseen;
+    if (request.mask == nullptr) request.mask = own.mask;
 
-    int result = 0;
-    if (family == PARSE_AF_INET) [[likely]]
-        result = parse_ipv4_addr(request);
-    else
-        result = parse_ipv6_addr(request);
-    if (result != 0 || !request.allows(class_flags)) [[likely]]
-        return result;
+    const int result =
+        family == PARSE_AF_INET ? parse_ipv4_addr(request) : parse_ipv6_addr(request);
+    if (result != 0 || !request.has(class_flags)) return result;
     return check_class(family, request);
 }

@@ -19,67 +19,57 @@ constexpr size_t ipv4_text_size = 32;
 
 // ---- Four bytes in dotted, hexadecimal or integer form ----
 
-// The part of a text that gives four bytes: the address, or the mask after its "/".
+// The part of a text that gives four bytes: the address, or the mask after the "/".
 struct BytesText {
     const AddressRequest &request;
     const char *start;
 
     [[nodiscard]] bool is_mask() const { return start != request.str; }
     [[nodiscard]] const char *subject() const { return is_mask() ? "ip netmask" : "ip address"; }
-    [[nodiscard]] std::string_view whole() const
-    {
-        return is_mask() ? start : address_text(request);
-    }
 
     [[nodiscard]] bool ends_at(const char *at) const
     {
         return *at == '\0' || (!is_mask() && ends_address(request, at));
     }
+
+    [[nodiscard]] std::string_view whole() const
+    {
+        return is_mask() ? start : address_text(request);
+    }
+
+    [[nodiscard]] std::string_view from(const char *at) const
+    {
+        return whole().substr(static_cast<size_t>(at - start));
+    }
 };
 
-// What comes after `at` in `whole`.
-std::string_view rest_of(std::string_view whole, const char *at)
+int refuse_rest(const BytesText &text, const char *at)
 {
-    return whole.substr(static_cast<size_t>(at - whole.data()));
-}
-
-[[gnu::noinline]] int refuse_rest(const BytesText &text, const char *at)
-{
-    const std::string_view whole = text.whole();
-    const std::string_view rest = rest_of(whole, at);
-    return refuse(text.request.error, EINVAL, *at == '/' ? rule_broken : not_this_form,
-                  {"invalid input at '", rest, "' in ", text.subject(), " '", whole, "'"});
-}
-
-[[gnu::noinline]] int refuse_missing_bytes(const BytesText &text)
-{
-    const std::string_view whole = text.whole();
-    return refuse(text.request.error, EINVAL, rule_broken, "missing information in %s: '%.*s'",
-                  text.subject(), precision(whole), whole.data());
+    return refuse(
+        text.request.error, EINVAL, *at == '/' ? rule_broken : not_this_form,
+        {"invalid input at '", text.from(at), "' in ", text.subject(), " '", text.whole(), "'"});
 }
 
 // "0xffffff00"
 [[gnu::noinline]] int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     const auto number = convert<uint32_t>(at, Base::hexadecimal);
-    const std::string_view whole = text.whole();
-    // An overflow saturates to all ones, which count in their shortest spelling only.
-    const bool overflow = number.value == UINT32_MAX && whole.size() != std::strlen("0xffffffff");
-    // "0x", "0x0ffffffff", "0x100000000"
-    if (!is_hex_digit(at[2]) || overflow)
-        return refuse(text.request.error, EINVAL, not_this_form, "invalid hexadecimal %s: '%.*s'",
-                      text.subject(), precision(whole), whole.data());
+    const bool is_shortest = text.whole().size() == std::strlen("0xffffffff");
+    // "0x"; an overflow, which saturates to all ones: these count in their shortest spelling only
+    if (!is_hex_digit(at[2]) || (number.value == UINT32_MAX && !is_shortest))
+        return refuse(text.request.error, EINVAL, not_this_form,
+                      {"invalid hexadecimal ", text.subject(), ": '", text.whole(), "'"});
     store_be32(bytes, number.value);
     at = number.end;
     return text.ends_at(at) ? 0 : refuse_rest(text, at);
 }
 
-// Converts a group of any number of digits; no overflow is converted.
+// Converts a group in any spelling: white space, "+", any number of digits. Nothing is converted
+// after an overflow, which saturates to all ones: these count in their shortest spelling only.
 Conversion<uint32_t> convert_group(const BytesText &text, const char *at)
 {
     auto number = convert_unsigned(at, Base::decimal);
-    // An overflow saturates to all ones, which count in their shortest spelling only.
-    if (number.value == UINT32_MAX && rest_of(text.whole(), at) != "4294967295") number.end = at;
+    if (number.value == UINT32_MAX && text.from(at) != "4294967295") number.end = at;
     return number;
 }
 
@@ -101,24 +91,19 @@ int result_of_large_group(const BytesText &text, const char *at)
     return text.ends_at(at) ? rule_broken : not_this_form;
 }
 
-// Reads a group in any spelling: white space, "+", more digits than three.
-[[gnu::noinline]] int read_any_group(const BytesText &text, const char *&at, uint8_t &byte)
+int read_any_group(const BytesText &text, const char *&at, uint8_t &byte)
 {
     const auto number = convert_group(text, at);
     // "x", "1..2", "-1", "99999999999"
-    if (number.end == at) {
-        const std::string_view whole = text.whole();
-        const std::string_view rest = rest_of(whole, at);
+    if (number.end == at)
         return refuse(text.request.error, EINVAL, not_this_form,
-                      {"invalid input at '", rest, "' in ", text.subject(), ": '", whole, "'"});
-    }
+                      {"invalid input at '", text.from(at), "' in ", text.subject(), ": '",
+                       text.whole(), "'"});
     // "256"
-    if (number.value > UINT8_MAX) {
-        const std::string_view whole = text.whole();
+    if (number.value > UINT8_MAX)
         return refuse(text.request.error, EINVAL, result_of_large_group(text, number.end),
                       "invalid value '%lu' in %s: '%.*s'", static_cast<unsigned long>(number.value),
-                      text.subject(), precision(whole), whole.data());
-    }
+                      text.subject(), precision(text.whole()), text.start);
     byte = static_cast<uint8_t>(number.value);
     at = number.end;
     return 0;
@@ -139,7 +124,7 @@ inline size_t read_octets(const char *&at, uint8_t *bytes)
     }
 }
 
-// Reads the groups that are no plain octets, and what follows them.
+// Reads on after `count` octets: groups in other spellings, and the end.
 [[gnu::noinline]] int read_more_groups(const BytesText &text, const char *&at, uint8_t *bytes,
                                        size_t count)
 {
@@ -148,9 +133,12 @@ inline size_t read_octets(const char *&at, uint8_t *bytes)
         const int result = read_any_group(text, at, bytes[count]);
         if (result != 0) return result;
     }
+    // "1.2.3.4.", "1.2.3.4.5", "1x", "10.0.0.0/8"
     if (!text.ends_at(at)) return refuse_rest(text, at);
-    if (text.request.allows(PARSE_IPADDR_ALL_BYTES) && count < ipv4_size)
-        return refuse_missing_bytes(text);
+    // "10.1"
+    if (text.request.has(PARSE_IPADDR_ALL_BYTES) && count < ipv4_size)
+        return refuse(text.request.error, EINVAL, rule_broken,
+                      {"missing information in ", text.subject(), ": '", text.whole(), "'"});
     return 0;
 }
 
@@ -163,15 +151,16 @@ inline int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
     return read_more_groups(text, at, bytes, count);
 }
 
-// Reads four bytes and moves `at` to the end of the text that gives them.
+// Reads four bytes and moves `at` to the end of their text.
 inline int read_bytes(const AddressRequest &request, const char *&at, uint8_t *bytes)
 {
     const BytesText text{request, at};
     if (text.ends_at(at))
         return refuse(request.error, EINVAL, not_this_form, "%s is not specified", text.subject());
     std::memset(bytes, 0, ipv4_size);
-    if (at[0] == '0' && at[1] == 'x') return read_hexadecimal(text, at, bytes);
-    if (request.allows(PARSE_IPADDR_INTEGER_OK) && read_integer(text, at, bytes)) return 0;
+    if (at[0] == '0' && at[1] == 'x') [[unlikely]]
+        return read_hexadecimal(text, at, bytes);
+    if (request.has(PARSE_IPADDR_INTEGER_OK) && read_integer(text, at, bytes)) return 0;
     return read_groups(text, at, bytes);
 }
 
@@ -193,7 +182,7 @@ bool read_any_keyword(const AddressRequest &request)
 
 [[gnu::noinline]] int read_mask(const AddressRequest &request, const char *suffix)
 {
-    if (!request.allows(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
+    if (!request.has(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
     const int result = read_bytes(request, suffix, request.mask);
     if (result == 0) *request.maskseen = 1;
     return result;
@@ -218,7 +207,7 @@ struct DottedQuad {
     }
 };
 
-[[gnu::noinline]] int check_host_bits(const AddressRequest &request)
+int check_host_bits(const AddressRequest &request)
 {
     const uint32_t address = load_be32(request.address);
     if (*request.maskseen == 1) {
@@ -246,8 +235,8 @@ int parse_ipv4_addr(const AddressRequest &request)
     *request.pfxseen = 0;
     *request.maskseen = 0;
     *request.pfxlen = ipv4_bits;
-    if (request.allows(PARSE_IPADDR_DEFAULT_OK) && read_zero_prefix(request, ipv4_size)) return 0;
-    if (request.allows(PARSE_IPADDR_ANY_OK) && read_any_keyword(request)) return 0;
+    if (request.has(PARSE_IPADDR_DEFAULT_OK) && read_zero_prefix(request, ipv4_size)) return 0;
+    if (request.has(PARSE_IPADDR_ANY_OK) && read_any_keyword(request)) return 0;
     if (is_too_long(request, ipv4_text_size))
         return refuse(request.error, EINVAL, not_this_form,
                       "too long to be a valid ip address: '%s'", request.str);
@@ -258,10 +247,10 @@ int parse_ipv4_addr(const AddressRequest &request)
     if (*at == '/') {
         result = read_suffix(request, at + 1);
         if (result != 0) return result;
-    } else if (request.allows(PARSE_IPADDR_PREFIX_REQUIRED)) {
+    } else if (request.has(PARSE_IPADDR_PREFIX_REQUIRED)) {
         return refuse_missing_prefix(request);
     }
-    return request.allows(PARSE_IPADDR_HOST_ZERO) ? check_host_bits(request) : 0;
+    return request.has(PARSE_IPADDR_HOST_ZERO) ? check_host_bits(request) : 0;
 }
 
 }  // namespace orvex

@@ -1,7 +1,6 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <string_view>
 
 #include "ip/address_parsers.h"
 #include "text/bytes.h"
@@ -20,7 +19,7 @@ int read_suffix(const AddressRequest &request, const char *suffix)
 {
     const auto number = convert_suffix(suffix, Base::decimal, ':');
     if (!is_mask(number.end, ':')) return read_prefix_length(request, suffix, number, ipv6_bits);
-    if (!request.allows(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
+    if (!request.has(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
     const char *at = suffix;
     std::array<uint8_t, ipv6_size> mask;
     if (!read_ipv6(at, mask.data()) || *at != '\0')
@@ -59,26 +58,24 @@ int parse_ipv6_addr(const AddressRequest &request)
     *request.pfxlen = ipv6_bits;
     if (*request.str == '\0')
         return refuse(request.error, EINVAL, not_this_form, "ip address is not specified");
-    if (request.allows(PARSE_IPADDR_DEFAULT_OK) && read_zero_prefix(request, ipv6_size)) return 0;
+    if (request.has(PARSE_IPADDR_DEFAULT_OK) && read_zero_prefix(request, ipv6_size)) return 0;
     if (is_too_long(request, ipv6_text_size))
         return refuse(request.error, EINVAL, not_this_form,
                       "too long to be a valid ipv6 address: '%s'", request.str);
 
     const char *at = request.str;
     std::array<uint8_t, ipv6_size> address;
-    if (!read_ipv6(at, address.data()) || !ends_address(request, at)) {
-        const std::string_view text = address_text(request);
+    if (!read_ipv6(at, address.data()) || !ends_address(request, at))
         return refuse(request.error, keep_errno, not_this_form,
-                      "'%.*s' is not a valid ipv6 address", precision(text), text.data());
-    }
+                      {"'", address_text(request), "' is not a valid ipv6 address"});
     std::memcpy(request.address, address.data(), ipv6_size);
     if (*at == '/') {
         const int result = read_suffix(request, at + 1);
         if (result != 0) return result;
-    } else if (request.allows(PARSE_IPADDR_PREFIX_REQUIRED)) {
+    } else if (request.has(PARSE_IPADDR_PREFIX_REQUIRED)) {
         return refuse_missing_prefix(request);
     }
-    return request.allows(PARSE_IPADDR_HOST_ZERO) ? check_host_bits(request) : 0;
+    return request.has(PARSE_IPADDR_HOST_ZERO) ? check_host_bits(request) : 0;
 }
 
 }  // namespace orvex

@@ -6,7 +6,9 @@
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <limits>
+#include <string_view>
 
 namespace orvex {
 namespace {
@@ -44,10 +46,8 @@ struct Room {
     }
 };
 
-}  // namespace
-
 // Not vsnprintf: it costs several times as much, and reads all of an argument that is cut.
-[[gnu::noinline]] void write_message(ErrorText error, const char *format, va_list args)
+void write_message(ErrorText error, const char *format, va_list args)
 {
     Room room{error.buf, error.len - 1};
     while (const char *const percent = std::strchr(format, '%')) {
@@ -60,8 +60,8 @@ struct Room {
                 break;
             }
             case '.': {  // %.*s
-                const auto precision = static_cast<size_t>(va_arg(args, int));
-                room.put(va_arg(args, const char *), precision);
+                const auto length = static_cast<size_t>(va_arg(args, int));
+                room.put(va_arg(args, const char *), length);
                 format += 2;
                 break;
             }
@@ -85,6 +85,8 @@ struct Room {
     room.put(format, std::strlen(format));
     *room.at = '\0';
 }
+
+}  // namespace
 
 int refuse(ErrorText error, int error_number, int result, const char *format, ...)
 {

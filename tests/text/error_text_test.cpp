@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <string_view>
 
 #include "support/guarded.h"
 
@@ -26,6 +27,24 @@ TEST(ErrorText, WritesAsPrintfInEverySize)
         EXPECT_TRUE(buffer.untouched() && (size == 0 || buffer.text() == whole.substr(0, size - 1))) << size;
     }
     refuse({nullptr, 8}, ERANGE, -1, "%s", "silent");
+}
+
+// Pieces are cut as one text, and no "%" in them converts anything.
+TEST(ErrorText, WritesPiecesInEverySize)
+{
+    const std::string whole = "100%s of '10.0.0.0/33'";
+    const std::string_view quoted = std::string_view("10.0.0.0/33 and more").substr(0, 11);
+    for (size_t size = 0; size <= whole.size() + 2; ++size) {
+        orvex_test::Guarded buffer(size);
+        errno = 77;
+        EXPECT_EQ(refuse({buffer.data(), size}, size % 2 == 0 ? EINVAL : orvex::keep_errno, -1,
+                         {"100%s", "", " of '", quoted, "'"}),
+                  -1);
+        EXPECT_EQ(errno, size % 2 == 0 ? EINVAL : 77);
+        EXPECT_TRUE(buffer.untouched() && (size == 0 || buffer.text() == whole.substr(0, size - 1))) << size;
+    }
+    EXPECT_EQ(refuse({nullptr, 8}, ERANGE, -1, {"silent"}), -1);
+    EXPECT_EQ(errno, ERANGE);
 }
 
 }  // namespace
