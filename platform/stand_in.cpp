@@ -13,11 +13,10 @@ namespace {
 
 constexpr int32_t wrapped(uint32_t value) { return static_cast<int32_t>(value); }
 
-// Compares a type's name with the first `length` characters of `text`, as strcmp does; the first
-// `same` ones are known to be equal.
-constexpr int compare_name(const char *name, const char *text, size_t length, size_t same = 0)
+// Compares a type's name with the first `length` characters of `text`, as strcmp does.
+constexpr int compare_name(const char *name, const char *text, size_t length)
 {
-    for (size_t i = same; i < length; ++i) {
+    for (size_t i = 0; i < length; ++i) {
         const auto left = static_cast<unsigned char>(name[i]);
         const auto right = static_cast<unsigned char>(text[i]);
         if (left != right) return left < right ? -1 : 1;
@@ -43,22 +42,29 @@ constexpr bool is_sorted(const orvex_interface_type *types, size_t count)
     return true;
 }
 
-// The profile in force, and for each first letter where its types start in the sorted catalogue.
+// A number below bucket_count for the name of a type; those of the built-in profile all differ.
+constexpr size_t bucket_count = 64;
+constexpr size_t bucket_of(const char *name, size_t length)
+{
+    const auto first = static_cast<unsigned char>(name[0]);
+    const auto last = static_cast<unsigned char>(name[length - 1]);
+    return (size_t{4} * first + last + length) % bucket_count;
+}
+
+// The profile in force, and for each bucket its first type in the sorted catalogue.
 struct Platform {
     orvex_platform_profile profile{};
     product_info product{};
-    std::array<size_t, 257> first_of_letter{};
+    std::array<size_t, bucket_count> first_of_bucket{};
 
     constexpr explicit Platform(const orvex_platform_profile &described) : profile(described)
     {
         product.product_id = profile.product_id;
         product.multi_chassis_size = profile.multi_chassis_size;
-        size_t type = 0;
-        for (unsigned letter = 0; letter < first_of_letter.size(); ++letter) {
-            while (type < profile.type_count &&
-                   static_cast<unsigned char>(profile.types[type].name[0]) < letter)
-                ++type;
-            first_of_letter[letter] = type;
+        first_of_bucket.fill(profile.type_count);
+        for (size_t i = profile.type_count; i > 0; --i) {
+            const char *const name = profile.types[i - 1].name;
+            first_of_bucket[bucket_of(name, length_of(name))] = i - 1;
         }
     }
 };
@@ -116,10 +122,22 @@ void give_attribute(const AttributeRequest &request, const orvex_attribute &attr
     if (*request.status == 0) std::memcpy(*request.buffer, value, size);
 }
 
-int read_attribute(const AttributeRequest &request)
+// The hooks: each returns ENOENT when it has another name.
+
+int run_container_hook(const char *hook_name, int32_t *answer)
 {
+    if (std::strcmp(hook_name, "running_in_container") != 0) return ENOENT;
+    *answer = platform.profile.running_in_container;
+    return 0;
+}
+
+// Not inline: the container hook, which runs for every name, would save registers for it.
+[[gnu::noinline]] int run_attribute_hook(const char *hook_name, const platform_hook_arg *args)
+{
+    if (std::strcmp(hook_name, "ui_hook_pvidb_get_value") != 0) return ENOENT;
     const orvex_platform_profile &profile = platform.profile;
     if (profile.has_attributes == 0) return ENOENT;
+    const AttributeRequest request(args);
     if (!request.complete()) return EINVAL;
     if (std::strcmp(request.key, "global.is_l2ng_product") == 0) {
         const auto value = static_cast<uint8_t>(profile.is_l2ng_product.value);
@@ -176,13 +194,9 @@ int platform_hooks_init(const char * /*group*/) { return 0; }
 
 int platform_hook_call(const char *hook_name, platform_hook_arg *arg_list, int32_t *answer)
 {
-    if (std::strcmp(hook_name, "running_in_container") == 0) {
-        *answer = platform.profile.running_in_container;
-        return 0;
-    }
-    if (std::strcmp(hook_name, "ui_hook_pvidb_get_value") == 0)
-        return read_attribute(AttributeRequest(arg_list));
-    return ENOENT;
+    // No two hooks have the same first letter.
+    return *hook_name == 'r' ? run_container_hook(hook_name, answer)
+                             : run_attribute_hook(hook_name, arg_list);
 }
 
 // ---- Interface types ----
@@ -190,18 +204,12 @@ int platform_hook_call(const char *hook_name, platform_hook_arg *arg_list, int32
 const interface_info *interface_info_byname(const char *text, size_t length)
 {
     if (length == 0) return nullptr;
-    const auto letter = static_cast<unsigned char>(text[0]);
-    size_t low = platform.first_of_letter[letter];
-    size_t high = platform.first_of_letter[letter + 1U];
-    while (low < high) {
-        const size_t middle = low + (high - low) / 2;
-        const orvex_interface_type &type = platform.profile.types[middle];
-        const int order = compare_name(type.name, text, length, 1);
+    for (size_t i = platform.first_of_bucket[bucket_of(text, length)];
+         i < platform.profile.type_count; ++i) {
+        const orvex_interface_type &type = platform.profile.types[i];
+        const int order = compare_name(type.name, text, length);
         if (order == 0) return &type.info;
-        if (order < 0)
-            low = middle + 1;
-        else
-            high = middle;
+        if (order > 0) return nullptr;
     }
     return nullptr;
 }
