@@ -74,14 +74,15 @@ template <typename Value>
     return {static_cast<Value>(negative ? Magnitude{0} - run.value : run.value), run.end, false};
 }
 
-// Converts a text. Decimal digits, after a "-" at most, are read here; convert_any reads the rest.
+// Converts a text. Decimal digits, those of a signed type also after a "-", are read here;
+// convert_any reads the rest.
 template <typename Value>
 constexpr Conversion<Value> convert(const char *text, Base base)
 {
     // So many digits fit 64 bits whatever they are.
     constexpr ptrdiff_t most_digits = 19;
     constexpr auto most = static_cast<uint64_t>(std::numeric_limits<Value>::max());
-    const bool negative = *text == '-';
+    const bool negative = std::is_signed_v<Value> && *text == '-';
     const char *const first = text + (negative ? 1 : 0);
     if (base == Base::hexadecimal || (base == Base::from_prefix && *first == '0')) [[unlikely]]
         return convert_any<Value>(text, base);
