@@ -274,18 +274,18 @@ bool is_chassis_name(std::string_view name)
 }
 
 // Whether what stands in front of `colon`, the first one, is a chassis name.
-bool ends_chassis_name(const char *colon)
+bool ends_chassis_name(const char *colon, bool is_root)
 {
-    if (chassis_is_multi_chassis_root() == 0 && std::strstr(colon, ":mgmt-") == nullptr)
-        return false;
+    if (!is_root && std::strstr(colon, ":mgmt-") == nullptr) return false;
     return std::strchr(colon, '-') != nullptr;
 }
 
 // Takes the chassis name in front of `colon` off the text; an empty one stays.
-[[gnu::noinline]] int strip_chassis_name(const char *&text, const char *colon, char *chassis_buf,
-                                         size_t buf_size, size_t *len_out, ErrorText error)
+[[gnu::noinline]] int strip_chassis_name(const char *&text, const char *colon, bool is_root,
+                                         char *chassis_buf, size_t buf_size, size_t *len_out,
+                                         ErrorText error)
 {
-    if (!ends_chassis_name(colon)) return 0;
+    if (!ends_chassis_name(colon, is_root)) return 0;
     const auto length = static_cast<size_t>(colon - text);
     if (length > longest_chassis_name) {
         return refuse(error, keep_errno, -1, "chassis name length is greater than %d in '%s'",
@@ -315,9 +315,10 @@ bool ends_chassis_name(const char *colon)
         return refuse(error, keep_errno, -1, "it needs a non null string to parse.");
     if (len_out != nullptr) *len_out = 0;
     if (chassis_buf != nullptr && buf_size > 0) *chassis_buf = '\0';
+    const bool is_root = chassis_is_multi_chassis_root() != 0;
     const char *const colon = std::strchr(text, ':');
     if (colon == nullptr) return 0;
-    return strip_chassis_name(text, colon, chassis_buf, buf_size, len_out, error);
+    return strip_chassis_name(text, colon, is_root, chassis_buf, buf_size, len_out, error);
 }
 
 // ---- The state of a parse ----
