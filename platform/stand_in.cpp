@@ -122,7 +122,7 @@ void give_attribute(const AttributeRequest &request, const orvex_attribute &attr
     if (*request.status == 0) std::memcpy(*request.buffer, value, size);
 }
 
-// The hooks: each returns 0, or ENOENT when it has another name.
+// The hooks: each returns ENOENT when it has another name.
 
 int run_container_hook(const char *hook_name, int32_t *answer)
 {
@@ -131,7 +131,8 @@ int run_container_hook(const char *hook_name, int32_t *answer)
     return 0;
 }
 
-int run_attribute_hook(const char *hook_name, const platform_hook_arg *args)
+// Not inline: the container hook, which runs for every name, would save registers for it.
+[[gnu::noinline]] int run_attribute_hook(const char *hook_name, const platform_hook_arg *args)
 {
     if (std::strcmp(hook_name, "ui_hook_pvidb_get_value") != 0) return ENOENT;
     const orvex_platform_profile &profile = platform.profile;
@@ -193,7 +194,7 @@ int platform_hooks_init(const char * /*group*/) { return 0; }
 
 int platform_hook_call(const char *hook_name, platform_hook_arg *arg_list, int32_t *answer)
 {
-    // The container hook runs for every name. No two hooks have the same first letter.
+    // No two hooks have the same first letter.
     return *hook_name == 'r' ? run_container_hook(hook_name, answer)
                              : run_attribute_hook(hook_name, arg_list);
 }

@@ -21,9 +21,7 @@ constexpr size_t longest_interface_name = 60;
 constexpr size_t longest_alias = 128;
 constexpr size_t chunk_size = 16384;
 
-bool is_word_end(char character) { return character == '\n' || is_space(character); }
-
-// The file that the library opened, or the caller's stream.
+// The open file, or the caller's stream.
 class MapInput {
    public:
     explicit MapInput(int file) : file_(file) {}
@@ -44,7 +42,7 @@ class MapInput {
     FILE *stream_ = nullptr;
 };
 
-// The first characters of a word, as many as count.
+// The first `limit` characters of a word.
 template <size_t limit>
 struct Word {
     std::array<char, limit> text;
@@ -59,12 +57,12 @@ struct Word {
     [[nodiscard]] std::string_view view() const { return {text.data(), length}; }
 };
 
-// Reads the map chunk by chunk; a line end behind each chunk stops the inner loops.
+// Reads the map chunk by chunk. A line end after each chunk stops the inner loops.
 class MapReader {
    public:
     explicit MapReader(MapInput input) : input_(input) { chunk_[0] = '\n'; }
 
-    // At the start of a line: moves past lines that do not hold `text`, as many as are at hand.
+    // At the start of a line: moves past the lines of the chunk that do not contain `text`.
     void skip_lines_without(std::string_view text)
     {
         const auto *const last =
@@ -86,13 +84,13 @@ class MapReader {
         if (!skip_blanks()) return false;
         do {
             const char *const start = at_;
-            while (!is_word_end(*at_)) ++at_;
+            while (!is_space(*at_)) ++at_;
             word.append(start, static_cast<size_t>(at_ - start));
         } while (at_ == end_ && refill());
         return true;
     }
 
-    // Moves behind the line's end; false at the end of the map.
+    // Moves past the line's end; false at the end of the map.
     bool skip_line()
     {
         for (;;) {

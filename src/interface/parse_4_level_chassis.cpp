@@ -32,9 +32,9 @@ bool names_management(const char *colon)
 
 }  // namespace
 
-int refuse_null(ErrorText error)
+void refuse_null(ErrorText error)
 {
-    return refuse(error, keep_errno, -1, "it needs a non null string to parse.");
+    refuse(error, keep_errno, -1, "it needs a non null string to parse.");
 }
 
 int take_chassis_name(const char *&text, const char *colon, bool is_root,

@@ -19,15 +19,18 @@ struct ChassisOutput {
 };
 
 // The steps of strip_chassis_name; `colon` is the first ":".
-int refuse_null(ErrorText error);
+void refuse_null(ErrorText error);
 int take_chassis_name(const char *&text, const char *colon, bool is_root,
                       const ChassisOutput &output, ErrorText error);
 
-// Moves `text` past a chassis name and its ":". Returns 0, or -1 with a message. Nearly no name has
-// a ":", which the caller finds out without a call.
+// Moves `text` past a chassis name and its ":". Returns 0, or -1 with a message. Inline, because
+// most names have no ":".
 inline int strip_chassis_name(const char *&text, const ChassisOutput &output, ErrorText error)
 {
-    if (text == nullptr) return refuse_null(error);
+    if (text == nullptr) {
+        refuse_null(error);
+        return -1;
+    }
     if (output.length != nullptr) *output.length = 0;
     if (output.buf != nullptr && output.buf_size > 0) *output.buf = '\0';
     const bool is_root = chassis_is_multi_chassis_root() != 0;

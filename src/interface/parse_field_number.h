@@ -54,20 +54,21 @@ struct Number {
     int32_t value;
 };
 
-// Reads a number as the target's strtoul does.
+// Reads a number as the target's strtoul does, and takes its 32 bits as a signed number.
 Number read_number(const char *at);
 
 // Whether a number may be left out, which reads as 0.
 enum class Digits { required, optional };
 
-// The rare cases of parse_field_number.
+// What parse_field_number does rarely.
 const char *parse_wildcard_or_range(int32_t &value, const NameParse &parse, const char *at,
                                     Field field);
 const char *refuse_number(const NameParse &parse, const char *at, Field field);
 const char *refuse_value(const NameParse &parse, const char *at, Field field);
 const char *refuse_dash(const NameParse &parse, const char *at);
 
-// Reads a number, a wildcard or a range. When null, `value` is unchanged, but for a range.
+// Reads a number, a wildcard or a range. A refused number leaves `value` as it was; a range is
+// stored before its numbers are checked.
 template <Digits digits = Digits::required>
 inline const char *parse_field_number(int32_t &value, const NameParse &parse, const char *at,
                                       Field field)

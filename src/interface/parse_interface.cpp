@@ -23,20 +23,6 @@ static_assert(offsetof(parsed_interface, unit) == 116);
 namespace orvex {
 namespace {
 
-// ---- The platform ----
-
-constexpr ProductRange no_vlan_ranges[] = {
-    {52, 62},   {64, 70},   {72, 74},   {79, 79},   {92, 92},   {102, 106}, {110, 110}, {118, 118},
-    {127, 127}, {139, 139}, {180, 191}, {198, 198}, {200, 201}, {205, 214}, {221, 226}, {248, 248},
-};
-constexpr ProductSet no_vlan_products(no_vlan_ranges);
-
-uint16_t read_product_id()
-{
-    const product_info *const product = product_record();
-    return product != nullptr ? product->product_id : uint16_t{0};
-}
-
 bool runs_in_container()
 {
     platform_hook_arg no_args{};
@@ -59,31 +45,33 @@ size_t type_length(const char *name, bool &has_dash)
     return has_dash ? end : length;
 }
 
-// Finds the type's entry, and moves `at` past the type. A whole name that is "all" has none.
-int find_type(const NameParse &parse, const char *&at, const interface_info *&entry)
+struct Type {
+    const interface_info *entry = nullptr;  // stays null for the name "all"
+    size_t length = 0;
+};
+
+int find_type(const NameParse &parse, Type &type)
 {
     bool has_dash = false;
-    const size_t length = type_length(parse.name, has_dash);
+    type.length = type_length(parse.name, has_dash);
     if (!has_dash && parse.has(PARSE_IF_RANGES)) {
         return refuse(parse.error, keep_errno, not_this_form, "invalid interface name in %s",
                       parse.name);
     }
-    if (length == 0) {
+    if (type.length == 0) {
         return refuse(parse.error, keep_errno, not_this_form, "invalid interface type: %s",
                       parse.name);
     }
-    at = parse.name + length;
-    entry = interface_info_byname(parse.name, length);
-    if (entry != nullptr) return ok;
+    type.entry = interface_info_byname(parse.name, type.length);
+    if (type.entry != nullptr) return ok;
     if (parse.has(PARSE_IF_RANGES)) {
         return refuse(parse.error, keep_errno, not_this_form,
                       "invalid interface-type for ranges in %s", parse.name);
     }
     if (parse.has(PARSE_IF_ALLOW_ALL) && std::strcmp(parse.name, "all") == 0) return ok;
-    const size_t whole = std::strlen(parse.name);
-    at = parse.name + whole;
-    entry = interface_info_byname(parse.name, whole);
-    if (entry != nullptr) return ok;
+    type.length = std::strlen(parse.name);
+    type.entry = interface_info_byname(parse.name, type.length);
+    if (type.entry != nullptr) return ok;
     return refuse(parse.error, keep_errno, not_this_form, "invalid interface type in '%s'",
                   parse.name);
 }
@@ -93,36 +81,7 @@ bool supports_product(const interface_info &entry, uint16_t product_id)
     return entry.product_mask == 0 || (entry.product_mask >> product_id % 64 & 1) != 0;
 }
 
-// ---- The numbers ----
-
-int32_t pic_bound(const NameParse &parse, const interface_info &entry)
-{
-    return static_cast<int32_t>(pic_slots(parse.name, entry));
-}
-
-// A number that may be left out. Then its separator is not skipped either.
-const char *read_optional_number(int32_t &value, const NameParse &parse, const char *at,
-                                 Field field)
-{
-    const char *const start = first_number(parse, at);
-    const char *const end = parse_field_number<Digits::optional>(value, parse, start, field);
-    return end != start ? end : at;
-}
-
-// "slot-port"
-const char *read_expansion_slot(const NameParse &parse, const interface_info &entry, const char *at)
-{
-    const Field slot{"expansion slot", 0, pic_bound(parse, entry)};
-    at = read_optional_number(parse.record.pic, parse, at, slot);
-    if (at == nullptr) return nullptr;
-    if (*at == '-') ++at;
-    return read_optional_number(parse.record.port, parse, at, {"port", 0, entry.ports_per_pic});
-}
-
-const char *read_port(const NameParse &parse, const interface_info &entry, const char *at)
-{
-    return parse_field_number(parse.record.port, parse, at, {"port", 0, entry.ports_per_pic});
-}
+// ---- What follows the type ----
 
 const char *read_device(const NameParse &parse, const interface_info &entry, const char *at)
 {
@@ -131,6 +90,11 @@ const char *read_device(const NameParse &parse, const interface_info &entry, con
     const int32_t bound = is_aggregate ? aggregate_devices : pic_bound(parse, entry);
     return parse_field_number(parse.record.fpc, parse, first_number(parse, at),
                               {"device", 0, bound});
+}
+
+const char *read_port(const NameParse &parse, const interface_info &entry, const char *at)
+{
+    return parse_field_number(parse.record.port, parse, at, {"port", 0, entry.ports_per_pic});
 }
 
 // What comes before the first "/".
@@ -233,8 +197,7 @@ int check_range_form(const NameParse &parse, const char *at)
     return check_fpc_pic_port(parse, not_this_form);
 }
 
-// Reads what follows the type.
-int read_numbers(const NameParse &parse, const interface_info &entry, const char *at)
+int read_parts(const NameParse &parse, const interface_info &entry, const char *at)
 {
     if (*at == '-') ++at;
     at = read_slot(parse, entry, at);
@@ -250,21 +213,12 @@ int read_numbers(const NameParse &parse, const interface_info &entry, const char
     return *at == '\0' ? ok : refuse_rest(parse, at);
 }
 
-void set_default_unit(const NameParse &parse)
-{
-    parsed_interface &record = parse.record;
-    if (!parse.has(PARSE_IF_DEFAULT_UNIT) || record.unit != IF_FIELD_ABSENT) return;
-    const bool is_device = parse.has(PARSE_IF_MGMT | PARSE_IF_RLSQ);
-    const int32_t needed = is_device ? record.fpc : record.port;
-    if (parse.has(PARSE_IF_NO_SLOT) || needed != IF_FIELD_ABSENT) record.unit = 0;
-}
-
 bool has_pic_or_port(const parsed_interface &record)
 {
     return record.pic != IF_FIELD_ABSENT || record.port != IF_FIELD_ABSENT;
 }
 
-// Which numbers names of the type must have, and must not have.
+// Whether the name has the numbers that its type needs, and none that its type must not have.
 int check_numbers(const NameParse &parse)
 {
     const parsed_interface &record = parse.record;
@@ -296,26 +250,24 @@ int parse_name(NameParse &parse, uint32_t mask, bool in_container)
                       "interface type %s is not supported in this plateform", parse.name);
     }
 
-    const char *at = nullptr;
-    const interface_info *entry = nullptr;
-    int result = find_type(parse, at, entry);
+    Type type;
+    int result = find_type(parse, type);
     if (result != ok) return result;
-    char *const type_name = parse.record.type_name;
-    if (entry == nullptr) {
-        std::memcpy(type_name, "all", sizeof "all");
+    parsed_interface &record = parse.record;
+    if (type.entry == nullptr) {
+        std::memcpy(record.type_name, "all", sizeof "all");
         return ok;
     }
-    if (!supports_product(*entry, parse.product_id)) {
+    if (!supports_product(*type.entry, parse.product_id)) {
         return refuse(parse.error, keep_errno, rule_broken,
                       "product does not support interface type in '%s'", parse.name);
     }
-    const auto type_length = static_cast<size_t>(at - parse.name);
-    std::memcpy(type_name, parse.name, std::min(type_length, sizeof parse.record.type_name - 1));
-    parse.flags = (parse.flags | entry->flags) & ~mask;
+    std::memcpy(record.type_name, parse.name, std::min(type.length, sizeof record.type_name - 1));
+    parse.flags = (parse.flags | type.entry->flags) & ~mask;
 
-    result = read_numbers(parse, *entry, at);
+    result = read_parts(parse, *type.entry, parse.name + type.length);
     if (result != ok) return result;
-    set_default_unit(parse);
+    if (parse.has(PARSE_IF_DEFAULT_UNIT)) set_default_unit(parse);
     return check_numbers(parse);
 }
 
@@ -338,9 +290,9 @@ int parse_interface(const char *name, uint32_t flags, uint32_t mask, parsed_inte
     const orvex::ErrorText error{errbuf, errlen};
     const uint16_t product_id = orvex::read_product_id();
     const bool in_container = orvex::runs_in_container();
-    // The log has this number in every release: operators' tools search for it.
-    constexpr int logged_line = 711;
-    orvex::insist(name != nullptr && *name != '\0', "parse_interface", "str && *str", logged_line);
+    // Operators' tools know the log message of an empty name, and the line number in it.
+    constexpr int known_line = 711;
+    orvex::insist(name != nullptr && *name != '\0', "parse_interface", "str && *str", known_line);
     if (orvex::strip_chassis_name(name, {}, error) != 0) return -1;
     const bool has_lcc_names = orvex::has_multichassis_naming();
     orvex::reset(*result);

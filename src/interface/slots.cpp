@@ -35,7 +35,7 @@ inline const char *read_virtual_slot(int32_t &value, const NameParse &parse, con
     return parse_field_number(value, parse, at, {label, min, wrapping_add(max, 1)});
 }
 
-// The first slot number: below `bound`, or below 256 where the type or the flags say so.
+// Reads the first slot number: below `bound`, or below 256 for some types and flags.
 inline const char *read_first_slot(int32_t &value, const NameParse &parse, const char *at,
                                    const char *label, int32_t bound)
 {
@@ -92,9 +92,18 @@ const char *read_lcc(int32_t &lcc, const NameParse &parse, const char *at)
     return end;
 }
 
+// A number that may be left out. Then its separator is not skipped either.
+const char *read_optional_number(int32_t &value, const NameParse &parse, const char *at,
+                                 Field field)
+{
+    const char *const start = first_number(parse, at);
+    const char *const end = parse_field_number<Digits::optional>(value, parse, start, field);
+    return end != start ? end : at;
+}
+
 }  // namespace
 
-bool ask_multichassis_naming()
+bool load_multichassis_naming()
 {
     const bool naming = chassis_is_switch_chassis() != 0 || chassis_is_line_card_chassis() != 0;
     multichassis_naming.store(naming ? 1 : 0, std::memory_order_release);
@@ -105,6 +114,15 @@ uint32_t virtual_pic_slots(const char *name, const interface_info &entry)
 {
     if (is_virtual_fpc_name(name)) return get_virtual_fpc_picslots(interface_info_index(&entry));
     return entry.pic_slots;
+}
+
+const char *read_expansion_slot(const NameParse &parse, const interface_info &entry, const char *at)
+{
+    const Field slot{"expansion slot", 0, pic_bound(parse, entry)};
+    at = read_optional_number(parse.record.pic, parse, at, slot);
+    if (at == nullptr) return nullptr;
+    if (*at == '-') ++at;
+    return read_optional_number(parse.record.port, parse, at, {"port", 0, entry.ports_per_pic});
 }
 
 const char *read_fpc(const NameParse &parse, const char *at)

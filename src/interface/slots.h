@@ -1,4 +1,4 @@
-// Which slots and PICs names may give, and the numbers of the slots.
+// The slots that names address: which there are, and their numbers.
 #ifndef ORVEX_INTERFACE_SLOTS_H
 #define ORVEX_INTERFACE_SLOTS_H
 
@@ -15,13 +15,13 @@ namespace orvex {
 // asked.
 extern std::atomic<int32_t> multichassis_naming;
 
-// Asks the platform the first time, and keeps what it said.
-bool ask_multichassis_naming();
+// Asks the platform, and keeps what it says for the life of the process.
+bool load_multichassis_naming();
 
 inline bool has_multichassis_naming()
 {
     const int32_t naming = multichassis_naming.load(std::memory_order_acquire);
-    return naming == -1 ? ask_multichassis_naming() : naming == 1;
+    return naming == -1 ? load_multichassis_naming() : naming == 1;
 }
 
 // pic_slots for a product with virtual FPCs.
@@ -34,7 +34,16 @@ inline uint32_t pic_slots(const char *name, const interface_info &entry)
     return virtual_pic_slots(name, entry);
 }
 
-// Reads "fpc", or "lcc/fpc", into the record's FPC number.
+inline int32_t pic_bound(const NameParse &parse, const interface_info &entry)
+{
+    return static_cast<int32_t>(pic_slots(parse.name, entry));
+}
+
+// Reads "slot-port" into the record's PIC and port.
+const char *read_expansion_slot(const NameParse &parse, const interface_info &entry,
+                                const char *at);
+
+// Reads "fpc", or "lcc/fpc", into the record's FPC.
 const char *read_fpc(const NameParse &parse, const char *at);
 
 }  // namespace orvex

@@ -20,17 +20,6 @@ constexpr int32_t max_large_unit = 1073741823;
 constexpr int32_t first_reserved_unit = 1073741824;
 constexpr int32_t last_reserved_unit = 1074003967;
 
-constexpr ProductRange large_unit_ranges[] = {
-    {84, 84},   {96, 96},   {136, 136}, {142, 148}, {157, 160}, {165, 166}, {168, 168},
-    {172, 175}, {177, 178}, {202, 204}, {242, 243}, {253, 253}, {260, 260}, {268, 268},
-};
-constexpr ProductRange at_irb_ranges[] = {
-    {21, 21},   {33, 33},   {48, 48},   {88, 89},   {120, 123}, {128, 128},
-    {137, 138}, {149, 152}, {161, 161}, {170, 170}, {215, 218}, {229, 230},
-};
-constexpr ProductSet large_unit_products(large_unit_ranges);
-constexpr ProductSet at_irb_products(at_irb_ranges);
-
 // The product that has its attributes in the platform's database.
 constexpr uint16_t attribute_product = 169;
 
@@ -39,8 +28,9 @@ bool has_large_units(std::string_view type)
     return type == "demux" || type == "pe" || type == "pd" || type == "mt" || type == "pp";
 }
 
-[[gnu::noinline]] int32_t max_unit(const char *type_name, uint16_t product_id)
+int32_t max_unit(const char *type_name, uint16_t product_id)
 {
+    if (is_l2ng_product().load(std::memory_order_relaxed) != 0) return max_large_unit;
     const std::string_view type = type_name;
     if (large_unit_products.contains(product_id) || has_large_units(type)) return max_large_unit;
     const bool is_at_irb_product = at_irb_products.contains(product_id);
@@ -81,13 +71,20 @@ const char *read_unit(const NameParse &parse, const char *at)
         return nullptr;
     }
     if (parse.product_id == attribute_product) load_platform_attributes();
-    const bool is_l2ng = is_l2ng_product().load(std::memory_order_relaxed) != 0;
-    const int32_t max =
-        is_l2ng ? max_large_unit : max_unit(parse.record.type_name, parse.product_id);
+    const int32_t max = max_unit(parse.record.type_name, parse.product_id);
     if (parse.has(PARSE_IF_NO_UNIT_MAX) || unit <= max || is_extra_unit(parse, unit)) return end;
     refuse(parse.error, keep_errno, rule_broken, "unit number is larger than %d in '%s'", max,
            parse.name);
     return nullptr;
+}
+
+void set_default_unit(const NameParse &parse)
+{
+    parsed_interface &record = parse.record;
+    if (record.unit != IF_FIELD_ABSENT) return;
+    const bool is_device = parse.has(PARSE_IF_MGMT | PARSE_IF_RLSQ);
+    const int32_t needed = is_device ? record.fpc : record.port;
+    if (parse.has(PARSE_IF_NO_SLOT) || needed != IF_FIELD_ABSENT) record.unit = 0;
 }
 
 }  // namespace orvex

@@ -74,7 +74,8 @@ template <typename Value>
     return {static_cast<Value>(negative ? Magnitude{0} - run.value : run.value), run.end, false};
 }
 
-// Converts a text. Decimal digits, after a "-" at most, are read here; convert_any reads the rest.
+// Converts a text. Decimal digits, those of a signed type also after a "-", are read here;
+// convert_any reads the rest.
 template <typename Value>
 constexpr Conversion<Value> convert(const char *text, Base base)
 {
