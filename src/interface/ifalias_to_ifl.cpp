@@ -1,5 +1,8 @@
+#include "interface/ifalias_to_ifl.h"
+
 #include <fcntl.h>
 #include <orvex/parse.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -153,23 +156,18 @@ bool find_alias(MapInput input, std::string_view alias, char *dest, size_t dest_
     return false;
 }
 
+// Opens a map, or returns -1. Nothing but a regular file is one: opening must not wait for a
+// writer, nor make a terminal the process's own.
 int open_map(const char *path)
 {
     int file = -1;
-    do file = ::open(path, O_RDONLY | O_CLOEXEC);
+    do file = ::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     while (file < 0 && errno == EINTR);
-    return file;
-}
-
-bool find_alias_in_file(const char *path, std::string_view alias, char *dest, size_t dest_size)
-{
-    const int saved = errno;
-    const int file = open_map(path);
-    if (file < 0) return false;
-    const bool found = find_alias(MapInput(file), alias, dest, dest_size);
+    if (file < 0) return -1;
+    struct stat status;
+    if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) return file;
     ::close(file);
-    errno = saved;
-    return found;
+    return -1;
 }
 
 bool find_alias_in_stream(FILE *stream, std::string_view alias, char *dest, size_t dest_size)
@@ -182,6 +180,17 @@ bool find_alias_in_stream(FILE *stream, std::string_view alias, char *dest, size
 }
 
 }  // namespace
+
+bool find_alias_in_file(const char *path, std::string_view alias, char *dest, size_t dest_size)
+{
+    const int saved = errno;
+    const int file = open_map(path);
+    const bool found = file >= 0 && find_alias(MapInput(file), alias, dest, dest_size);
+    if (file >= 0) ::close(file);
+    errno = saved;
+    return found;
+}
+
 }  // namespace orvex
 
 int ifalias_to_ifl(const char *alias, char *dest, size_t dest_size, uint8_t use_alternate,

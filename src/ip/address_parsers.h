@@ -16,7 +16,7 @@
 
 namespace orvex {
 
-// A text to read, and where to store what it gives. After a failure the outputs hold what was read
+// A text to read, and where to store what is read. After a failure the outputs hold what was read
 // before it.
 struct AddressRequest {
     const char *str;
@@ -68,32 +68,30 @@ inline std::string_view address_text(const AddressRequest &request)
     return {request.str, slash};
 }
 
-// Converts a number that has no "-" first: nothing is converted then.
+// Converts an unsigned number. A text that begins with "-" converts nothing.
 inline Conversion<uint32_t> convert_unsigned(const char *text, Base base)
 {
     if (*text == '-') return {0, text, false};
     return convert_any<uint32_t>(text, base);
 }
 
-// Converts the number of a suffix. `mask_mark` is what comes after the first number of a mask.
+// Converts the number of a prefix length, or the first one of a mask, which `mask_mark` follows.
 inline Conversion<uint32_t> convert_suffix(const char *suffix, Base base, char mask_mark)
 {
     uint32_t number = 0;
     const char *end = suffix;
     if (read_octet<LeadingZeros::refused>(end, number) && (*end == '\0' || *end == mask_mark))
-        [[likely]]
         return {number, end, false};
     return convert_unsigned(suffix, base);
 }
 
-// Whether a suffix is a mask, by what comes after its first number.
-inline bool is_mask(const char *after_number, char mask_mark)
+// Whether a suffix is a mask: whether `mask_mark` is in what comes after its first number.
+inline bool has_mask_mark(const char *rest, char mask_mark)
 {
-    return *after_number == mask_mark ||
-           (*after_number != '\0' && std::strchr(after_number, mask_mark) != nullptr);
+    return *rest == mask_mark || (*rest != '\0' && std::strchr(rest, mask_mark) != nullptr);
 }
 
-// Stores and checks the prefix length that `number` was converted to from `suffix`.
+// Stores and checks a prefix length: `number` as converted from `suffix`.
 inline int read_prefix_length(const AddressRequest &request, const char *suffix,
                               Conversion<uint32_t> number, uint32_t bits)
 {
@@ -110,10 +108,11 @@ inline int read_prefix_length(const AddressRequest &request, const char *suffix,
         return refuse(request.error, EINVAL, rule_broken, "invalid input at '%s' in address '%s'",
                       number.end, request.str);
     // "/33"
-    if (number.value > bits)
+    if (number.value > bits) {
         return refuse(request.error, EINVAL, rule_broken,
                       "prefix length '%lu' is larger than %u in address '%s'",
                       static_cast<unsigned long>(number.value), bits, request.str);
+    }
     *request.pfxseen = 1;
     return 0;
 }

@@ -16,22 +16,29 @@ constexpr const char *source = "parse_ipaddr";
 
 // ---- Families ----
 
-// The family, PARSE_AF_INET or PARSE_AF_INET6, whose texts and class rules a family code has; 0 for
-// an unsupported code.
+struct Family {
+    uint32_t code;
+    uint32_t base;  // the family whose texts and class rules it has
+};
+
+constexpr std::array<Family, 9> families = {{
+    {PARSE_AF_INET, PARSE_AF_INET},
+    {PARSE_AF_INET6, PARSE_AF_INET6},
+    {73, PARSE_AF_INET},
+    {119, PARSE_AF_INET},
+    {121, PARSE_AF_INET6},
+    {129, PARSE_AF_INET},
+    {131, PARSE_AF_INET6},
+    {139, PARSE_AF_INET},
+    {141, PARSE_AF_INET6},
+}};
+
+// The base family of a code, 0 for an unsupported one.
 uint32_t base_family(uint32_t code)
 {
-    switch (code) {
-        case PARSE_AF_INET:
-        case 73:
-        case 119:
-        case 129:
-        case 139: return PARSE_AF_INET;
-        case PARSE_AF_INET6:
-        case 121:
-        case 131:
-        case 141: return PARSE_AF_INET6;
-        default: return 0;
-    }
+    for (const Family &family : families)
+        if (family.code == code) return family.base;
+    return 0;
 }
 
 // ---- Address classes ----
@@ -140,7 +147,8 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
     if (!insist(af != nullptr, source, "af != NULL")) af = &own_af;
     if (!insist(str != nullptr, source, "str != NULL")) request.str = "";
 
-    if (*af == 0) *af = std::strchr(request.str, ':') != nullptr ? PARSE_AF_INET6 : PARSE_AF_INET;
+    if (*af == 0) [[unlikely]]
+        *af = std::strchr(request.str, ':') != nullptr ? PARSE_AF_INET6 : PARSE_AF_INET;
     const uint32_t family = base_family(*af);
     if (family == 0)
         return refuse(request.error, PARSE_EAFNOSUPPORT, not_this_form,

@@ -39,7 +39,9 @@ struct BytesText {
 
     [[nodiscard]] std::string_view from(const char *at) const
     {
-        return whole().substr(static_cast<size_t>(at - start));
+        // substr may throw, which needs the C++ run-time library.
+        const std::string_view text = whole();
+        return {at, static_cast<size_t>(text.data() + text.size() - at)};
     }
 };
 
@@ -51,11 +53,12 @@ int refuse_rest(const BytesText &text, const char *at)
 }
 
 // "0xffffff00"
-[[gnu::noinline]] int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
+int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     const auto number = convert<uint32_t>(at, Base::hexadecimal);
+    // All ones may be what an overflow saturates to: they count in their shortest spelling only.
     const bool is_shortest = text.whole().size() == std::strlen("0xffffffff");
-    // "0x"; an overflow, which saturates to all ones: these count in their shortest spelling only
+    // "0x", "0x0ffffffff", "0x100000000"
     if (!is_hex_digit(at[2]) || (number.value == UINT32_MAX && !is_shortest))
         return refuse(text.request.error, EINVAL, not_this_form,
                       {"invalid hexadecimal ", text.subject(), ": '", text.whole(), "'"});
@@ -64,17 +67,17 @@ int refuse_rest(const BytesText &text, const char *at)
     return text.ends_at(at) ? 0 : refuse_rest(text, at);
 }
 
-// Converts a group in any spelling: white space, "+", any number of digits. Nothing is converted
-// after an overflow, which saturates to all ones: these count in their shortest spelling only.
+// Converts a group in any spelling: white space, "+", any number of digits.
 Conversion<uint32_t> convert_group(const BytesText &text, const char *at)
 {
     auto number = convert_unsigned(at, Base::decimal);
+    // All ones may be what an overflow saturates to: they count in their shortest spelling only.
     if (number.value == UINT32_MAX && text.from(at) != "4294967295") number.end = at;
     return number;
 }
 
 // "167772161"
-[[gnu::noinline]] bool read_integer(const BytesText &text, const char *&at, uint8_t *bytes)
+bool read_integer(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     const auto number = convert_group(text, at);
     if (number.end == at || !text.ends_at(number.end)) return false;
@@ -95,15 +98,17 @@ int read_any_group(const BytesText &text, const char *&at, uint8_t &byte)
 {
     const auto number = convert_group(text, at);
     // "x", "1..2", "-1", "99999999999"
-    if (number.end == at)
+    if (number.end == at) {
         return refuse(text.request.error, EINVAL, not_this_form,
                       {"invalid input at '", text.from(at), "' in ", text.subject(), ": '",
                        text.whole(), "'"});
+    }
     // "256"
-    if (number.value > UINT8_MAX)
+    if (number.value > UINT8_MAX) {
         return refuse(text.request.error, EINVAL, result_of_large_group(text, number.end),
                       "invalid value '%lu' in %s: '%.*s'", static_cast<unsigned long>(number.value),
                       text.subject(), precision(text.whole()), text.start);
+    }
     byte = static_cast<uint8_t>(number.value);
     at = number.end;
     return 0;
@@ -124,7 +129,8 @@ inline size_t read_octets(const char *&at, uint8_t *bytes)
     }
 }
 
-// Reads on after `count` octets: groups in other spellings, and the end.
+// Reads on after `count` octets: groups in other spellings, and the end. Out of line, as nearly all
+// texts are four octets.
 [[gnu::noinline]] int read_more_groups(const BytesText &text, const char *&at, uint8_t *bytes,
                                        size_t count)
 {
@@ -151,10 +157,11 @@ inline int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
     return read_more_groups(text, at, bytes, count);
 }
 
-// Reads four bytes and moves `at` to the end of their text.
+// Reads an address or a mask, and moves `at` to its end.
 inline int read_bytes(const AddressRequest &request, const char *&at, uint8_t *bytes)
 {
     const BytesText text{request, at};
+    // "", "/8"
     if (text.ends_at(at))
         return refuse(request.error, EINVAL, not_this_form, "%s is not specified", text.subject());
     std::memset(bytes, 0, ipv4_size);
@@ -180,7 +187,7 @@ bool read_any_keyword(const AddressRequest &request)
     return true;
 }
 
-[[gnu::noinline]] int read_mask(const AddressRequest &request, const char *suffix)
+int read_mask(const AddressRequest &request, const char *suffix)
 {
     if (!request.has(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
     const int result = read_bytes(request, suffix, request.mask);
@@ -192,7 +199,7 @@ bool read_any_keyword(const AddressRequest &request)
 int read_suffix(const AddressRequest &request, const char *suffix)
 {
     const auto number = convert_suffix(suffix, Base::from_prefix, '.');
-    if (is_mask(number.end, '.')) return read_mask(request, suffix);
+    if (has_mask_mark(number.end, '.')) return read_mask(request, suffix);
     return read_prefix_length(request, suffix, number, ipv4_bits);
 }
 

@@ -18,7 +18,8 @@ constexpr size_t ipv6_text_size = 92;
 int read_suffix(const AddressRequest &request, const char *suffix)
 {
     const auto number = convert_suffix(suffix, Base::decimal, ':');
-    if (!is_mask(number.end, ':')) return read_prefix_length(request, suffix, number, ipv6_bits);
+    if (!has_mask_mark(number.end, ':'))
+        return read_prefix_length(request, suffix, number, ipv6_bits);
     if (!request.has(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
     const char *at = suffix;
     std::array<uint8_t, ipv6_size> mask;

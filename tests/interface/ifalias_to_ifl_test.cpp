@@ -1,0 +1,143 @@
+#include "interface/ifalias_to_ifl.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <orvex/parse.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+#include "support/guarded.h"
+
+namespace {
+
+using orvex_test::Guarded;
+
+// "1 NAME", or "0" with the destination untouched.
+std::string look_up(const std::string &map, const std::string &alias, size_t size = 61)
+{
+    FILE *const stream = fmemopen(const_cast<char *>(map.data()), map.size(), "r");
+    std::fgetc(stream);
+    Guarded dest(size);
+    errno = 77;
+    const int found = ifalias_to_ifl(alias.c_str(), dest.data(), size, 0, stream);
+    EXPECT_EQ(errno, 77);
+    EXPECT_TRUE(dest.untouched(found == 0 || size == 0));
+    std::fclose(stream);
+    return found == 0 || size == 0 ? std::to_string(found) : "1 " + dest.text();
+}
+
+// What lies where the map should be.
+class MapPath {
+   public:
+    MapPath() { EXPECT_NE(mkdtemp(folder_.data()), nullptr); }
+    MapPath(const MapPath &) = delete;
+    ~MapPath()
+    {
+        std::remove(path().c_str());
+        std::remove(folder_.c_str());
+    }
+
+    [[nodiscard]] std::string path() const { return folder_ + "/map"; }
+
+    // "1 NAME", or "0" with the destination untouched.
+    [[nodiscard]] std::string look_up() const
+    {
+        Guarded dest(61);
+        errno = 77;
+        alarm(5);  // for a look-up that waits
+        const bool found = orvex::find_alias_in_file(path().c_str(), "uplink", dest.data(), dest.size());
+        alarm(0);
+        EXPECT_EQ(errno, 77);
+        EXPECT_TRUE(dest.untouched(!found));
+        return found ? "1 " + dest.text() : "0";
+    }
+
+   private:
+    std::string folder_ = testing::TempDir() + "map-XXXXXX";
+};
+
+void write_map(int file)
+{
+    const std::string map = "eth-0/0/0.0 uplink x\n";
+    EXPECT_EQ(write(file, map.data(), map.size()), static_cast<ssize_t>(map.size()));
+}
+
+}  // namespace
+
+TEST(FindAliasInFile, ReadsARegularFileOfAnySize)
+{
+    const MapPath map;
+    EXPECT_EQ(map.look_up(), "0");
+    const int file = open(map.path().c_str(), O_WRONLY | O_CREAT, 0600);
+    write_map(file);
+    EXPECT_EQ(map.look_up(), "1 eth-0/0/0.0");
+    EXPECT_EQ(truncate64(map.path().c_str(), off64_t{3} << 30), 0);
+    EXPECT_EQ(map.look_up(), "1 eth-0/0/0.0");
+    close(file);
+}
+
+TEST(FindAliasInFile, ReadsNothingElse)
+{
+    const MapPath folder;
+    EXPECT_EQ(mkdir(folder.path().c_str(), 0700), 0);
+    EXPECT_EQ(folder.look_up(), "0");
+
+    const MapPath fifo;
+    EXPECT_EQ(mkfifo(fifo.path().c_str(), 0600), 0);
+    EXPECT_EQ(fifo.look_up(), "0");  // nobody writes to it
+    const int writer = open(fifo.path().c_str(), O_RDWR);
+    write_map(writer);
+    EXPECT_EQ(fifo.look_up(), "0");
+    close(writer);
+}
+
+TEST(IfaliasToIfl, ReadsLinesOfThreeWords)
+{
+    const std::string map =
+        "eth-0/0/0.0 uplink x\n"
+        "short line\n"
+        "\n"
+        " \teth-0/0/1\v\fuplink-2\r x more words\r\n"
+        "first twice x\n"
+        "second twice x\n"
+        "no-third-word lost\nx\n" +
+        std::string(70, 'n') + ' ' + std::string(140, 'a') + " x\n" +  //
+        "last end x";
+    for (const auto &[alias, expected] : std::vector<std::pair<std::string, std::string>>{
+             {"uplink", "1 eth-0/0/0.0"},
+             {"uplink-", "0"},
+             {"line", "0"},
+             {"uplink-2", "1 eth-0/0/1"},
+             {"twice", "1 first"},
+             {std::string(127, 'a'), "0"},
+             {std::string(128, 'a'), "1 " + std::string(60, 'n')},
+             {std::string(128, 'a') + "other", "1 " + std::string(60, 'n')},
+             {"end", "1 last"},
+             {"", "0"}})
+        EXPECT_EQ(look_up(map, alias), expected) << alias;
+    EXPECT_EQ(look_up(map, "uplink", 5), "1 eth-");
+    EXPECT_EQ(look_up(map, "uplink", 1), "1 ");
+    EXPECT_EQ(look_up(map, "uplink", 0), "1");
+    char dest[8];
+    EXPECT_EQ(ifalias_to_ifl("uplink", dest, sizeof dest, 1, nullptr), 0);
+}
+
+// Lines and words that lie across the ends of what is read at a time.
+TEST(IfaliasToIfl, FindsEveryAliasOfALongMap)
+{
+    std::string map;
+    std::vector<std::string> aliases;
+    while (map.size() < 70000) {
+        const std::string number = std::to_string(aliases.size());
+        aliases.push_back("alias-" + number);
+        map += "eth-" + number + std::string(1 + aliases.size() % 50, ' ') + aliases.back() + " " +
+               std::string(aliases.size() % 7 * 3, 'x') + "\n";
+        if (aliases.size() % 200 == 0) map += std::string(20000, aliases.size() % 400 == 0 ? 'w' : ' ') + "\n";
+    }
+    for (size_t i = 0; i < aliases.size(); ++i)
+        EXPECT_EQ(look_up(map, aliases[i]), (i + 1) % 7 == 0 ? "0" : "1 eth-" + std::to_string(i)) << aliases[i];
+}
