@@ -30,20 +30,19 @@ Outcome check_alias(const std::string &text)
     return outcome;
 }
 
-Outcome find_alias(const std::string &alias, bool alternate, FILE *map)
+Outcome find_alias(const std::string &alias, FILE *map)
 {
     std::array<char, 61> name;
-    errno = 0;
-    if (ifalias_to_ifl(alias.c_str(), name.data(), name.size(), alternate ? 1 : 0, map) == 1)
+    if (ifalias_to_ifl(alias.c_str(), name.data(), name.size(), 0, map) == 1)
         return {{{"interface", name.data(), name.data()}}, {}, 0, 0};
-    if (errno != 0)
-        return {{}, std::string("cannot open the alias map: ") + std::strerror(errno), 0, errno};
     return {{}, "'" + alias + "' is not in the alias map", 0, 0};
 }
 
-File open_map(const std::string &path)
+// Opens the map here, since the library does not say why it cannot read one.
+File open_map(const AliasOptions &options)
 {
-    if (path.empty()) return nullptr;
+    std::string path = options.map;
+    if (path.empty()) path = options.alternate ? "/var/etc/if_alias_map+" : "/var/etc/if_alias_map";
     File map(std::fopen(path.c_str(), "re"));
     if (map == nullptr)
         throw std::runtime_error("cannot open " + path + ": " + std::strerror(errno));
@@ -52,10 +51,9 @@ File open_map(const std::string &path)
 
 int run_find(const AliasOptions &options)
 {
-    const File map = open_map(options.map);
-    return run_texts(options, Style::value, [&options, &map](const std::string &alias) {
-        return find_alias(alias, options.alternate, map.get());
-    });
+    const File map = open_map(options);
+    return run_texts(options, Style::value,
+                     [&map](const std::string &alias) { return find_alias(alias, map.get()); });
 }
 
 }  // namespace

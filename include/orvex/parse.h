@@ -399,8 +399,8 @@ ORVEX_PARSE_API int is_interface_alias(const char *text);
  * `stream`         an open stream to read instead, from its start, or null. It is left open, at
  *                  the place where the reading stopped.
  *
- * Returns 1 when the alias was found, 0 otherwise; also when the file cannot be opened, with errno
- * as open() left it.
+ * Returns 1 when the alias was found, 0 otherwise, also when the map cannot be opened or is not a
+ * regular file.
  */
 ORVEX_PARSE_API int ifalias_to_ifl(const char *alias, char *dest, size_t dest_size,
                                    uint8_t use_alternate, FILE *stream);
