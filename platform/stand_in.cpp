@@ -1,4 +1,4 @@
-// The stand-in platform: answers the parser out of the installed profile.
+// The stand-in platform: what it tells the parser comes from the installed profile.
 #include "orvex/stand_in.h"
 
 #include <array>
