@@ -47,7 +47,7 @@ struct BytesText {
 
 int refuse_rest(const BytesText &text, const char *at)
 {
-    return refuse(
+    return refuse_with_pieces(
         text.request.error, EINVAL, *at == '/' ? rule_broken : not_this_form,
         {"invalid input at '", text.from(at), "' in ", text.subject(), " '", text.whole(), "'"});
 }
@@ -60,8 +60,9 @@ int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
     const bool is_shortest = text.whole().size() == std::strlen("0xffffffff");
     // "0x", "0x0ffffffff", "0x100000000"
     if (!is_hex_digit(at[2]) || (number.value == UINT32_MAX && !is_shortest))
-        return refuse(text.request.error, EINVAL, not_this_form,
-                      {"invalid hexadecimal ", text.subject(), ": '", text.whole(), "'"});
+        return refuse_with_pieces(
+            text.request.error, EINVAL, not_this_form,
+            {"invalid hexadecimal ", text.subject(), ": '", text.whole(), "'"});
     store_be32(bytes, number.value);
     at = number.end;
     return text.ends_at(at) ? 0 : refuse_rest(text, at);
@@ -99,9 +100,9 @@ int read_any_group(const BytesText &text, const char *&at, uint8_t &byte)
     const auto number = convert_group(text, at);
     // "x", "1..2", "-1", "99999999999"
     if (number.end == at) {
-        return refuse(text.request.error, EINVAL, not_this_form,
-                      {"invalid input at '", text.from(at), "' in ", text.subject(), ": '",
-                       text.whole(), "'"});
+        return refuse_with_pieces(text.request.error, EINVAL, not_this_form,
+                                  {"invalid input at '", text.from(at), "' in ", text.subject(),
+                                   ": '", text.whole(), "'"});
     }
     // "256"
     if (number.value > UINT8_MAX) {
@@ -143,8 +144,9 @@ inline size_t read_octets(const char *&at, uint8_t *bytes)
     if (!text.ends_at(at)) return refuse_rest(text, at);
     // "10.1"
     if (text.request.has(PARSE_IPADDR_ALL_BYTES) && count < ipv4_size)
-        return refuse(text.request.error, EINVAL, rule_broken,
-                      {"missing information in ", text.subject(), ": '", text.whole(), "'"});
+        return refuse_with_pieces(
+            text.request.error, EINVAL, rule_broken,
+            {"missing information in ", text.subject(), ": '", text.whole(), "'"});
     return 0;
 }
 

@@ -67,8 +67,8 @@ int parse_ipv6_addr(const AddressRequest &request)
     const char *at = request.str;
     std::array<uint8_t, ipv6_size> address;
     if (!read_ipv6(at, address.data()) || !ends_address(request, at))
-        return refuse(request.error, keep_errno, not_this_form,
-                      {"'", address_text(request), "' is not a valid ipv6 address"});
+        return refuse_with_pieces(request.error, keep_errno, not_this_form,
+                                  {"'", address_text(request), "' is not a valid ipv6 address"});
     std::memcpy(request.address, address.data(), ipv6_size);
     if (*at == '/') {
         const int result = read_suffix(request, at + 1);

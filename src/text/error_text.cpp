@@ -100,8 +100,8 @@ int refuse(ErrorText error, int error_number, int result, const char *format, ..
     return result;
 }
 
-int refuse(ErrorText error, int error_number, int result,
-           std::initializer_list<std::string_view> pieces)
+int refuse_with_pieces(ErrorText error, int error_number, int result,
+                       std::initializer_list<std::string_view> pieces)
 {
     if (error.buf != nullptr && error.len != 0) {
         Room room{error.buf, error.len - 1};

@@ -27,9 +27,9 @@ constexpr int keep_errno = 0;
 [[gnu::noinline, gnu::format(printf, 4, 5)]] int refuse(ErrorText error, int error_number,
                                                         int result, const char *format, ...);
 
-// As above, with a message that is given in pieces: one that quotes parts of a text.
-[[gnu::noinline]] int refuse(ErrorText error, int error_number, int result,
-                             std::initializer_list<std::string_view> pieces);
+// As refuse, with a message that is given in pieces: one that quotes parts of a text.
+[[gnu::noinline]] int refuse_with_pieces(ErrorText error, int error_number, int result,
+                                         std::initializer_list<std::string_view> pieces);
 
 // The precision of a "%.*s" that prints `text`.
 constexpr int precision(std::string_view text)

@@ -11,6 +11,7 @@
 namespace {
 
 using orvex::refuse;
+using orvex::refuse_with_pieces;
 
 // Every conversion, as printf writes it, in every size of buffer.
 TEST(ErrorText, WritesAsPrintfInEverySize)
@@ -37,13 +38,13 @@ TEST(ErrorText, WritesPiecesInEverySize)
     for (size_t size = 0; size <= whole.size() + 2; ++size) {
         orvex_test::Guarded buffer(size);
         errno = 77;
-        EXPECT_EQ(refuse({buffer.data(), size}, size % 2 == 0 ? EINVAL : orvex::keep_errno, -1,
-                         {"100%s", "", " of '", quoted, "'"}),
+        EXPECT_EQ(refuse_with_pieces({buffer.data(), size}, size % 2 == 0 ? EINVAL : orvex::keep_errno, -1,
+                                     {"100%s", "", " of '", quoted, "'"}),
                   -1);
         EXPECT_EQ(errno, size % 2 == 0 ? EINVAL : 77);
         EXPECT_TRUE(buffer.untouched() && (size == 0 || buffer.text() == whole.substr(0, size - 1))) << size;
     }
-    EXPECT_EQ(refuse({nullptr, 8}, ERANGE, -1, {"silent"}), -1);
+    EXPECT_EQ(refuse_with_pieces({nullptr, 8}, ERANGE, -1, {"silent"}), -1);
     EXPECT_EQ(errno, ERANGE);
 }
 
