@@ -32,11 +32,6 @@ bool names_management(const char *colon)
 
 }  // namespace
 
-void refuse_null(ErrorText error)
-{
-    refuse(error, keep_errno, -1, "it needs a non null string to parse.");
-}
-
 int take_chassis_name(const char *&text, const char *colon, bool is_root,
                       const ChassisOutput &output, ErrorText error)
 {
@@ -45,24 +40,20 @@ int take_chassis_name(const char *&text, const char *colon, bool is_root,
     if (!is_root && !names_management(colon)) return 0;
 
     const std::string_view name(text, static_cast<size_t>(colon - text));
-    if (name.size() > longest_chassis_name) {
-        return refuse(error, keep_errno, -1, "chassis name length is greater than %d in '%s'",
+    if (name.size() > longest_chassis_name)
+        return refuse(error, -1, "chassis name length is greater than %d in '%s'",
                       static_cast<int>(longest_chassis_name), text);
-    }
     if (output.buf != nullptr) {
-        if (name.size() >= output.buf_size) {
-            return refuse(error, keep_errno, -1,
-                          "buf_size '%zu' is not enough for '%zu' long chassis name",
+        if (name.size() >= output.buf_size)
+            return refuse(error, -1, "buf_size '%zu' is not enough for '%zu' long chassis name",
                           output.buf_size, name.size());
-        }
         std::memcpy(output.buf, name.data(), name.size());
         output.buf[name.size()] = '\0';
     }
     // bad.name:eth-0/0/0
-    if (!is_chassis_name(name)) {
-        return refuse(error, keep_errno, -1, "chassis name '%.*s' is not valid in '%s'",
-                      precision(name), name.data(), text);
-    }
+    if (!is_chassis_name(name))
+        return refuse(error, -1, "chassis name '%.*s' is not valid in '%s'", precision(name),
+                      name.data(), text);
     if (output.length != nullptr) *output.length = name.size();
     // An empty name and its ":" are left in the text.
     if (!name.empty()) text = colon + 1;

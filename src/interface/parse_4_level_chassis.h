@@ -18,8 +18,7 @@ struct ChassisOutput {
     size_t *length;
 };
 
-// The steps of strip_chassis_name; `colon` is the first ":".
-void refuse_null(ErrorText error);
+// As strip_chassis_name, for a text whose first ":" is at `colon`.
 int take_chassis_name(const char *&text, const char *colon, bool is_root,
                       const ChassisOutput &output, ErrorText error);
 
@@ -27,10 +26,7 @@ int take_chassis_name(const char *&text, const char *colon, bool is_root,
 // most names have no ":".
 inline int strip_chassis_name(const char *&text, const ChassisOutput &output, ErrorText error)
 {
-    if (text == nullptr) {
-        refuse_null(error);
-        return -1;
-    }
+    if (text == nullptr) return refuse(error, -1, "it needs a non null string to parse.");
     if (output.length != nullptr) *output.length = 0;
     if (output.buf != nullptr && output.buf_size > 0) *output.buf = '\0';
     const bool is_root = chassis_is_multi_chassis_root() != 0;

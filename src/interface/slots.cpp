@@ -65,8 +65,7 @@ const char *read_lcc(int32_t &lcc, const NameParse &parse, const char *at)
     const int32_t bound = wrapping_add(static_cast<int32_t>(size), -1);
     at = read_first_slot(lcc, parse, at, "lcc", bound);
     if (at == nullptr || !is_wildcard_value(lcc)) return at;
-    refuse(parse.error, keep_errno, rule_broken, "wildcarding not allowed for lcc");
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken, "wildcarding not allowed for lcc"));
 }
 
 // "lcc/fpc": the record gets the FPC's number in the whole system.
@@ -81,11 +80,9 @@ const char *read_lcc(int32_t &lcc, const NameParse &parse, const char *at)
     if (end == nullptr)
         end = parse_field_number(fpc, parse, at, {"fpc", 0, chassis_get_max_fpc_slots()});
     if (end == nullptr) return nullptr;
-    if (is_wildcard_value(fpc)) {
-        refuse(parse.error, keep_errno, rule_broken,
-               "wildcarding not allowed for fpc when lcc is specified");
-        return nullptr;
-    }
+    if (is_wildcard_value(fpc))
+        return no_part(refuse(parse.error, rule_broken,
+                              "wildcarding not allowed for fpc when lcc is specified"));
     const bool global = chassis_uses_global_slots_a() != 0 || chassis_uses_global_slots_b() != 0;
     fpc = global ? chassis_local_slot_to_global_slot(fpc, lcc)
                  : chassis_lcc_slot_to_scc_slot(lcc, fpc);
