@@ -208,9 +208,8 @@ int decode_dhms(const char *text, uint64_t min, uint64_t max, uint64_t *seconds,
     if (total < min)
         return refuse(error, refused, "Number must be greater than or equal to %ju",
                       uintmax_t{min});
-    if (total > max) {
+    if (total > max)
         return refuse(error, refused, "Number must be less than or equal to %ju", uintmax_t{max});
-    }
     *seconds = total;
     return accepted;
 }

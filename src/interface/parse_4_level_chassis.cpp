@@ -1,7 +1,6 @@
 #include "interface/parse_4_level_chassis.h"
 
 #include <orvex/parse.h>
-#include <orvex/platform.h>
 
 #include <algorithm>
 #include <cstring>

@@ -4,7 +4,6 @@
 
 #include <orvex/platform.h>
 
-#include <cstddef>
 #include <cstring>
 
 #include "text/error_text.h"

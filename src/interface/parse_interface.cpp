@@ -55,9 +55,8 @@ int find_type(const NameParse &parse, Type &type)
     type.length = type_length(parse.name, has_dash);
     if (!has_dash && parse.has(PARSE_IF_RANGES))
         return refuse(parse.error, not_this_form, "invalid interface name in %s", parse.name);
-    if (type.length == 0) {
+    if (type.length == 0)
         return refuse(parse.error, not_this_form, "invalid interface type: %s", parse.name);
-    }
     type.entry = interface_info_byname(parse.name, type.length);
     if (type.entry != nullptr) return ok;
     if (parse.has(PARSE_IF_RANGES))
@@ -168,14 +167,18 @@ int refuse_missing(const NameParse &parse, int result, const char *what)
     return refuse(parse.error, result, "missing or invalid %s in '%s'", what, parse.name);
 }
 
+int check_pic_port(const NameParse &parse, int result)
+{
+    if (parse.record.pic == IF_FIELD_ABSENT) return refuse_missing(parse, result, "pic");
+    if (parse.record.port == IF_FIELD_ABSENT) return refuse_missing(parse, result, "port");
+    return ok;
+}
+
 // Returns `ok`, or `result` with a message that calls the first missing number by its name.
 int check_fpc_pic_port(const NameParse &parse, int result)
 {
-    const parsed_interface &record = parse.record;
-    if (record.fpc == IF_FIELD_ABSENT) return refuse_missing(parse, result, "fpc");
-    if (record.pic == IF_FIELD_ABSENT) return refuse_missing(parse, result, "pic");
-    if (record.port == IF_FIELD_ABSENT) return refuse_missing(parse, result, "port");
-    return ok;
+    if (parse.record.fpc == IF_FIELD_ABSENT) return refuse_missing(parse, result, "fpc");
+    return check_pic_port(parse, result);
 }
 
 // A name with ranges ends after its port.
@@ -224,10 +227,7 @@ int check_numbers(const NameParse &parse)
                       parse.name);
     }
     if (parse.has(PARSE_IF_NEED_FPC_PIC_PORT)) return check_fpc_pic_port(parse, rule_broken);
-    if (!parse.has(PARSE_IF_EXPANSION_SLOT)) return ok;
-    if (record.pic == IF_FIELD_ABSENT) return refuse_missing(parse, rule_broken, "pic");
-    if (record.port == IF_FIELD_ABSENT) return refuse_missing(parse, rule_broken, "port");
-    return ok;
+    return parse.has(PARSE_IF_EXPANSION_SLOT) ? check_pic_port(parse, rule_broken) : ok;
 }
 
 int parse_name(NameParse &parse, uint32_t mask, bool in_container)
@@ -245,10 +245,9 @@ int parse_name(NameParse &parse, uint32_t mask, bool in_container)
         std::memcpy(record.type_name, "all", sizeof "all");
         return ok;
     }
-    if (!supports_product(*type.entry, parse.product_id)) {
+    if (!supports_product(*type.entry, parse.product_id))
         return refuse(parse.error, rule_broken, "product does not support interface type in '%s'",
                       parse.name);
-    }
     std::memcpy(record.type_name, parse.name, std::min(type.length, sizeof record.type_name - 1));
     parse.flags = (parse.flags | type.entry->flags) & ~mask;
 

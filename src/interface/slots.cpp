@@ -100,17 +100,19 @@ const char *read_optional_number(int32_t &value, const NameParse &parse, const c
 
 }  // namespace
 
-bool load_multichassis_naming()
+bool has_multichassis_naming()
 {
+    const int32_t known = multichassis_naming.load(std::memory_order_acquire);
+    if (known != -1) [[likely]]
+        return known == 1;
     const bool naming = chassis_is_switch_chassis() != 0 || chassis_is_line_card_chassis() != 0;
     multichassis_naming.store(naming ? 1 : 0, std::memory_order_release);
     return naming;
 }
 
-uint32_t virtual_pic_slots(const char *name, const interface_info &entry)
+int32_t pic_bound(const NameParse &parse, const interface_info &entry)
 {
-    if (is_virtual_fpc_name(name)) return get_virtual_fpc_picslots(interface_info_index(&entry));
-    return entry.pic_slots;
+    return static_cast<int32_t>(get_fpc_picslots_byname(parse.name, &entry));
 }
 
 const char *read_expansion_slot(const NameParse &parse, const interface_info &entry, const char *at)
@@ -132,5 +134,7 @@ const char *read_fpc(const NameParse &parse, const char *at)
 
 uint32_t get_fpc_picslots_byname(const char *name, const interface_info *entry)
 {
-    return orvex::pic_slots(name, *entry);
+    if (orvex_product_info_is_virtual_fpc_enabled() == 0 || !orvex::is_virtual_fpc_name(name))
+        return entry->pic_slots;
+    return get_virtual_fpc_picslots(interface_info_index(entry));
 }
