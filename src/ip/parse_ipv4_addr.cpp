@@ -104,6 +104,13 @@ int result_of_large_group(const BytesText &text, const char *at)
 
 int read_group(const BytesText &text, const char *&at, uint8_t &byte)
 {
+    const char *const start = at;
+    uint32_t octet = 0;
+    if (read_octet<LeadingZeros::allowed>(at, octet) && !is_digit(*at)) {
+        byte = static_cast<uint8_t>(octet);
+        return 0;
+    }
+    at = start;
     const auto number = convert_group(text, at);
     // "x", "1..2", "-1", "99999999999"
     if (number.end == at)
