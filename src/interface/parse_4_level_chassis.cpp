@@ -1,12 +1,12 @@
-#include "interface/parse_4_level_chassis.h"
-
 #include <orvex/parse.h>
+#include <orvex/platform.h>
 
 #include <algorithm>
 #include <cstring>
 #include <string_view>
 
 #include "text/characters.h"
+#include "text/error_text.h"
 
 namespace orvex {
 namespace {
@@ -29,10 +29,17 @@ bool names_management(const char *colon)
     return false;
 }
 
-}  // namespace
+// Where the chassis name goes; each may be null.
+struct ChassisOutput {
+    char *buf;
+    size_t buf_size;
+    size_t *length;
+};
 
-int take_chassis_name(const char *&text, const char *colon, bool is_root,
-                      const ChassisOutput &output, ErrorText error)
+// Moves `text` past a chassis name and the first ":", which is at `colon`. Out of line, as most
+// names have none.
+[[gnu::noinline]] int take_chassis_name(const char *&text, const char *colon, bool is_root,
+                                        const ChassisOutput &output, ErrorText error)
 {
     // ser-0/0/0:1, lcc0:lo0
     if (std::strchr(colon, '-') == nullptr) return 0;
@@ -59,10 +66,19 @@ int take_chassis_name(const char *&text, const char *colon, bool is_root,
     return 0;
 }
 
+}  // namespace
 }  // namespace orvex
 
 int parse_4_level_chassis(const char **name_ptr, char *chassis_buf, size_t buf_size, char *errbuf,
                           size_t errlen, size_t *len_out)
 {
-    return orvex::strip_chassis_name(*name_ptr, {chassis_buf, buf_size, len_out}, {errbuf, errlen});
+    using namespace orvex;
+    const ErrorText error{errbuf, errlen};
+    if (*name_ptr == nullptr) return refuse(error, -1, "it needs a non null string to parse.");
+    if (len_out != nullptr) *len_out = 0;
+    if (chassis_buf != nullptr && buf_size > 0) *chassis_buf = '\0';
+    const bool is_root = chassis_is_multi_chassis_root() != 0;
+    const char *const colon = std::strchr(*name_ptr, ':');
+    if (colon == nullptr) return 0;
+    return take_chassis_name(*name_ptr, colon, is_root, {chassis_buf, buf_size, len_out}, error);
 }

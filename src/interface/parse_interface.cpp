@@ -6,7 +6,6 @@
 #include <cstring>
 
 #include "interface/name_parse.h"
-#include "interface/parse_4_level_chassis.h"
 #include "interface/parse_field_number.h"
 #include "interface/product.h"
 #include "interface/slots.h"
@@ -279,7 +278,7 @@ int parse_interface(const char *name, uint32_t flags, uint32_t mask, parsed_inte
     // Operators' tools know the log message of an empty name, and the line number in it.
     constexpr int known_line = 711;
     orvex::insist(name != nullptr && *name != '\0', "parse_interface", "str && *str", known_line);
-    if (orvex::strip_chassis_name(name, {}, error) != 0) return -1;
+    if (parse_4_level_chassis(&name, nullptr, 0, errbuf, errlen, nullptr) != 0) return -1;
     const bool has_lcc_names = orvex::has_multichassis_naming();
     orvex::reset(*result);
     orvex::NameParse parse{name, flags, error, *result, product_id, has_lcc_names};

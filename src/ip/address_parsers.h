@@ -70,7 +70,7 @@ inline std::string_view address_text(const AddressRequest &request)
 // Converts an unsigned number. A text that begins with "-" converts nothing.
 inline Conversion<uint32_t> convert_unsigned(const char *text, Base base)
 {
-    if (*text == '-') return {0, text, false};
+    if (!is_digit(*text) && !is_space(*text) && *text != '+') return {0, text, false};
     return convert<uint32_t>(text, base);
 }
 

@@ -22,26 +22,15 @@ constexpr size_t ipv4_text_size = 32;
 // The part of a text that gives four bytes: the address, or the mask after the "/".
 struct BytesText {
     const AddressRequest &request;
-    const char *start;
+    std::string_view whole;
 
-    [[nodiscard]] bool is_mask() const { return start != request.str; }
+    [[nodiscard]] bool is_mask() const { return whole.data() != request.str; }
     [[nodiscard]] const char *subject() const { return is_mask() ? "ip netmask" : "ip address"; }
-
-    [[nodiscard]] bool ends_at(const char *at) const
-    {
-        return *at == '\0' || (!is_mask() && ends_address(request, at));
-    }
-
-    [[nodiscard]] std::string_view whole() const
-    {
-        return is_mask() ? start : address_text(request);
-    }
-
+    [[nodiscard]] bool ends_at(const char *at) const { return at == whole.data() + whole.size(); }
     [[nodiscard]] std::string_view from(const char *at) const
     {
         // substr may throw, which needs the C++ run-time library.
-        const std::string_view text = whole();
-        return {at, static_cast<size_t>(text.data() + text.size() - at)};
+        return {at, static_cast<size_t>(whole.data() + whole.size() - at)};
     }
 };
 
@@ -49,7 +38,7 @@ int refuse_rest(const BytesText &text, const char *at)
 {
     return refuse_invalid_pieces(
         text.request.error, *at == '/' ? rule_broken : not_this_form,
-        {"invalid input at '", text.from(at), "' in ", text.subject(), " '", text.whole(), "'"});
+        {"invalid input at '", text.from(at), "' in ", text.subject(), " '", text.whole, "'"});
 }
 
 // A message about the whole text, which begins with `fault`, and may quote a part of it.
@@ -58,7 +47,7 @@ int refuse_bytes(const BytesText &text, int result, std::string_view fault,
 {
     return refuse_invalid_pieces(
         text.request.error, result,
-        {fault, quoted, after_quoted, text.subject(), ": '", text.whole(), "'"});
+        {fault, quoted, after_quoted, text.subject(), ": '", text.whole, "'"});
 }
 
 // "0xffffff00"
@@ -66,7 +55,7 @@ int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     const auto number = convert<uint32_t>(at, Base::hexadecimal);
     // All ones may be what an overflow saturates to: they count in their shortest spelling only.
-    const bool is_shortest = text.whole().size() == std::strlen("0xffffffff");
+    const bool is_shortest = text.whole.size() == std::strlen("0xffffffff");
     // "0x", "0x0ffffffff", "0x100000000"
     if (!is_hex_digit(at[2]) || (number.value == UINT32_MAX && !is_shortest))
         return refuse_bytes(text, not_this_form, "invalid hexadecimal ");
@@ -144,7 +133,7 @@ int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
 }
 
 // An address or a mask in any form.
-[[gnu::noinline]] int read_any_bytes(const BytesText &text, const char *&at, uint8_t *bytes)
+int read_any_bytes(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     // "", "/8"
     if (text.ends_at(at))
@@ -156,17 +145,17 @@ int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
     return read_groups(text, at, bytes);
 }
 
-// Reads an address or a mask, and moves `at` to its end.
-inline int read_bytes(const AddressRequest &request, const char *&at, uint8_t *bytes)
+// Reads a dotted quad that is the whole address or mask, and moves `at` to its end.
+inline bool read_whole_quad(const AddressRequest &request, const char *&at, uint8_t *bytes)
 {
-    const BytesText text{request, at};
+    const bool is_mask = at != request.str;
     const char *end = at;
     uint32_t quad = 0;
-    if (!read_dotted_quad<LeadingZeros::allowed>(end, quad) || !text.ends_at(end))
-        return read_any_bytes(text, at, bytes);
+    if (!read_dotted_quad<LeadingZeros::allowed>(end, quad)) return false;
+    if (is_mask ? *end != '\0' : !ends_address(request, end)) return false;
     store_be32(bytes, quad);
     at = end;
-    return 0;
+    return true;
 }
 
 // ---- The whole text ----
@@ -188,7 +177,9 @@ bool read_any_keyword(AddressRequest &request)
 int read_mask(AddressRequest &request, const char *suffix)
 {
     if (!request.has(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
-    const int result = read_bytes(request, suffix, request.mask);
+    int result = 0;
+    if (!read_whole_quad(request, suffix, request.mask))
+        result = read_any_bytes({request, suffix}, suffix, request.mask);
     if (result == 0) request.maskseen = true;
     return result;
 }
@@ -246,8 +237,11 @@ int parse_ipv4_addr(AddressRequest &request)
                               "too long to be a valid ip address: '%s'", request.str);
 
     const char *at = request.str;
-    int result = read_bytes(request, at, request.address);
-    if (result != 0) return result;
+    int result = 0;
+    if (!read_whole_quad(request, at, request.address)) [[unlikely]] {
+        result = read_any_bytes({request, address_text(request)}, at, request.address);
+        if (result != 0) return result;
+    }
     if (*at == '/') {
         result = read_suffix(request, at + 1);
         if (result != 0) return result;
