@@ -7,6 +7,7 @@
 #include <string>
 
 #include "commands.h"
+#include "terminal.h"
 
 namespace {
 
@@ -66,8 +67,8 @@ int run(int argc, char **argv)
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
         if (error.get_exit_code() == 0) return print_help_or_version(app, error);
-        std::fprintf(stderr, "orvex-parse: %s\nRun orvex-parse --help to see how it is used.\n",
-                     error.what());
+        print_problem(std::string(error.what()) +
+                      "\nRun orvex-parse --help to see how it is used.");
         return wrong_usage;
     }
     return job();
@@ -80,7 +81,7 @@ int main(int argc, char **argv)
     try {
         return run(argc, argv);
     } catch (const std::exception &error) {
-        std::fprintf(stderr, "orvex-parse: %s\n", error.what());
+        print_problem(error.what());
         return 1;
     }
 }

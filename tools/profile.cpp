@@ -3,9 +3,13 @@
 #include <orvex/stand_in.h>
 
 #include <toml++/toml.h>
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <limits>
 #include <map>
-#include <set>
+#include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
@@ -105,8 +109,7 @@ class Node {
         const toml::array *const array = node_->as_array();
         if (array == nullptr) expected(what);
         if (array->size() > most)
-            refuse(*path_, node_->source().begin,
-                   key_ + ": expected " + what + ", found " + std::to_string(array->size()));
+            wrong("expected " + what + ", found " + std::to_string(array->size()));
         std::vector<Node> nodes;
         for (const toml::node &member : *array) nodes.emplace_back(*path_, key_, member);
         return nodes;
@@ -125,13 +128,18 @@ class Node {
 
     [[noreturn]] void expected(const std::string &what) const
     {
-        refuse(*path_, node_->source().begin,
-               key_ + ": expected " + what + ", found " + describe(*node_));
+        wrong("expected " + what + ", found " + describe(*node_));
     }
 
-    [[noreturn]] void unknown(const std::string &known) const
+    [[noreturn]] void wrong(const std::string &problem) const
     {
-        refuse(*path_, place_, "expected one of " + known + ", found the key \"" + key_ + '"');
+        refuse(*path_, node_->source().begin, key_ + ": " + problem);
+    }
+
+    // The key itself is wrong.
+    [[noreturn]] void expected_key(const std::string &what) const
+    {
+        refuse(*path_, place_, "expected " + what + ", found the key \"" + key_ + '"');
     }
 
    private:
@@ -158,7 +166,7 @@ void read_table(Target &target, const Node &table, const Key<Target> (&keys)[cou
             if (entry.key() == key.name) match = &key;
             known += (known.empty() ? "" : ", ") + std::string(key.name);
         }
-        if (match == nullptr) entry.unknown(known);
+        if (match == nullptr) entry.expected_key("one of " + known);
         match->read(target, entry);
     }
 }
@@ -261,6 +269,8 @@ void read_virtual_fpcs(Profile &profile, const Node &table)
     };
     profile.has_virtual_fpcs = 1;
     read_table(profile, table, keys);
+    if (profile.min_virtual_fpc_slot > profile.max_virtual_fpc_slot)
+        table.wrong("first is above last");
 }
 
 void read_flags(Type &type, const Node &node)
@@ -332,13 +342,21 @@ struct Router {
     }
 };
 
+// Whether a text can have a type of this name: the part before a "-" is looked up first.
+bool can_match(const std::string &name, const std::map<std::string, Type> &types)
+{
+    if (name.empty() || name.find('\0') != std::string::npos) return false;
+    const size_t dash = name.find('-');
+    return dash == std::string::npos || (dash != 0 && types.count(name.substr(0, dash)) == 0);
+}
+
 // Changes the built-in type of a name, or adds a type.
 void read_types(Router &router, const Node &table)
 {
-    for (const Node &entry : table.entries()) {
-        if (entry.key().empty()) entry.unknown("the names of interface types");
-        read_type(router.types[entry.key()], entry);
-    }
+    for (const Node &entry : table.entries()) read_type(router.types[entry.key()], entry);
+    for (const Node &entry : table.entries())
+        if (!can_match(entry.key(), router.types))
+            entry.expected_key("names that an interface name can begin with");
 }
 
 void read_router(Router &router, const Node &file)
@@ -361,19 +379,56 @@ void read_router(Router &router, const Node &file)
     read_table(router, file, keys);
 }
 
+constexpr size_t largest_profile = 1024 * 1024;
+
+struct CloseFile {
+    void operator()(FILE *file) const { std::fclose(file); }
+};
+
+// Reads a file or a pipe. toml++ is not left to do it: it takes what cannot be read for an empty
+// file, and any size.
+std::string read_profile(const std::string &path)
+{
+    const auto refuse_file = [&path](const std::string &problem) {
+        throw std::runtime_error(path + ": " + problem);
+    };
+    const std::unique_ptr<FILE, CloseFile> file(std::fopen(path.c_str(), "re"));
+    if (file == nullptr) refuse_file(std::strerror(errno));
+    std::string text(largest_profile + 1, '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), file.get()));
+    if (std::ferror(file.get()) != 0) refuse_file(std::strerror(errno));
+    if (text.size() > largest_profile) refuse_file("a profile has at most 1 MiB");
+    if (text.find('\0') != std::string::npos) refuse_file("a profile holds no NUL characters");
+    return text;
+}
+
+// toml++ calls itself for each part of a dotted key, and no key of a profile has more than three.
+void check_dots(const std::string &path, const std::string &text)
+{
+    constexpr size_t most_dots = 32;
+    std::istringstream lines(text);
+    toml::source_position at{};
+    for (std::string line; std::getline(lines, line);) {
+        ++at.line;
+        at.column = 1;
+        if (std::count(line.begin(), line.end(), '.') > static_cast<ptrdiff_t>(most_dots))
+            refuse(path, at, "a line has at most 32 dots");
+    }
+}
+
 }  // namespace
 
 void install_profile(const std::string &path)
 {
     static Router router;
     if (path.empty()) return;
+    const std::string text = read_profile(path);
+    check_dots(path, text);
     try {
-        const toml::table file = toml::parse_file(path);
+        const toml::table file = toml::parse(text, path);
         read_router(router, Node(path, "", file));
     } catch (const toml::parse_error &error) {
-        const toml::source_position &at = error.source().begin;
-        if (at.line == 0) throw std::runtime_error(path + ": " + std::string(error.description()));
-        refuse(path, at, std::string(error.description()));
+        refuse(path, error.source().begin, std::string(error.description()));
     }
     router.install();
 }

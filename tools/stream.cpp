@@ -10,6 +10,7 @@
 #include <cstring>
 #include <utility>
 
+#include "terminal.h"
 #include "texts.h"
 
 namespace {
@@ -53,10 +54,12 @@ std::string format_line(const Field &field)
     return label + field.text + '\n';
 }
 
-std::string format_outcome(const std::string &input, Outcome &outcome, Style style, bool first)
+std::string format_outcome(const std::string &input, Outcome &outcome, Style style, bool first,
+                           bool is_terminal)
 {
     if (style == Style::json)
-        return json_record(input, outcome).dump(-1, ' ', false, Json::error_handler_t::replace) +
+        return json_record(input, outcome)
+                   .dump(-1, ' ', is_terminal, Json::error_handler_t::replace) +
                '\n';
     if (!outcome.message.empty()) return {};
     std::string text = style == Style::record && !first ? "\n" : "";
@@ -64,13 +67,15 @@ std::string format_outcome(const std::string &input, Outcome &outcome, Style sty
         if (field.text.empty()) continue;
         text += style == Style::record ? format_line(field) : field.text + '\n';
     }
-    return text;
+    return for_terminal(text, is_terminal);
 }
 
-void print_refusal(const Text &text, const std::string &message)
+// False when standard error is closed: nobody reads the refusals.
+bool print_refusal(const Text &text, const std::string &message)
 {
     const std::string place = text.line == 0 ? "" : "line " + std::to_string(text.line) + ": ";
-    std::fprintf(stderr, "%s%s\n", place.c_str(), message.c_str());
+    const std::string shown = for_terminal(message, is_error_terminal());
+    return std::fprintf(stderr, "%s%s\n", place.c_str(), shown.c_str()) >= 0;
 }
 
 void use_large_buffers()
@@ -83,7 +88,7 @@ void use_large_buffers()
 int report_write_error(int status)
 {
     if (errno == EPIPE) return status;
-    std::fprintf(stderr, "orvex-parse: cannot write: %s\n", std::strerror(errno));
+    print_problem(std::string("cannot write: ") + std::strerror(errno));
     return 1;
 }
 
@@ -106,11 +111,11 @@ int run_texts(const Options &options, Style human_style, const Reader &reader)
         Outcome outcome =
             text.fault != nullptr ? Outcome{{}, text.fault, -1, 0} : reader(text.value);
         if (!outcome.message.empty()) {
-            print_refusal(text, outcome.message);
             status = 1;
+            if (!print_refusal(text, outcome.message)) return finish_output(status);
         }
         if (outcome.is_no) status = 1;
-        const std::string output = format_outcome(text.value, outcome, style, first);
+        const std::string output = format_outcome(text.value, outcome, style, first, interactive);
         if (output.empty()) continue;
         first = false;
         if (std::fwrite(output.data(), 1, output.size(), stdout) != output.size() ||
@@ -118,7 +123,7 @@ int run_texts(const Options &options, Style human_style, const Reader &reader)
             return report_write_error(status);
     }
     if (std::ferror(stdin) != 0) {
-        std::fprintf(stderr, "orvex-parse: cannot read standard input\n");
+        print_problem("cannot read standard input");
         status = 1;
     }
     return finish_output(status);
