@@ -111,6 +111,7 @@ void add_is_interface_alias_rows();
 void add_parse_ipaddr_rows();
 void add_format_ipv6addr_rows();
 void add_format_ipaddr_rows();
+void add_long_text_rows();
 
 }  // namespace bench
 

@@ -99,6 +99,7 @@ int main(int argc, char **argv)
     bench::add_parse_esi_rows();
     bench::add_parse_dhms_rows();
     bench::add_format_rfc5952_rows();
+    bench::add_long_text_rows();
     if (argc == 2 && std::strcmp(argv[1], "--count") == 0) return bench::count_instructions();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;

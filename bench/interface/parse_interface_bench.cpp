@@ -61,7 +61,7 @@ constexpr auto parse = [](const std::string &name) {
 };
 
 // What a program without the library does: it takes the type off and reads number by number, with
-// the checks that strtoul wants.
+// the checks that strtoul needs.
 struct Numbers {
     char type[60];
     int32_t numbers[8];

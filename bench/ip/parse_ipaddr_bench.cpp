@@ -37,7 +37,7 @@ std::string refused_ipv4_text(Random &random)
     return text;
 }
 
-// A prefix with bits set behind its length.
+// A prefix with bits set after its length.
 std::string host_bits_text(Random &random)
 {
     return "10." + std::to_string(below(random, 256)) + '.' + std::to_string(below(random, 256)) +

@@ -62,6 +62,12 @@ void check_round_trip(const Value &value, uint8_t full_form)
     require(format_ipaddr(ipv6 ? PARSE_AF_INET6 : PARSE_AF_INET, value.address, full_form,
                           value.pfxseen, value.pfxlen, value.maskseen, value.mask, printed,
                           sizeof printed) == std::strlen(printed));
+    char again[FORMAT_IPADDR_BUFSIZE];
+    if (ipv6) {
+        _format_ipv6addr(value.address, full_form, value.pfxseen, value.pfxlen, value.maskseen,
+                         value.mask, again, sizeof again);
+        require(std::strcmp(again, printed) == 0);
+    }
     // The reader of IPv4 takes a padded prefix length for octal.
     if (full_form != 0 && value.pfxseen != 0) return;
     // The masks 1.0.0.0 and 2.0.0.0 (or 0.0.0.1 and 0.0.0.2) look like a keyword's word.
@@ -70,6 +76,18 @@ void check_round_trip(const Value &value, uint8_t full_form)
                      PARSE_IPADDR_PREFIX_OK | PARSE_IPADDR_MASK_OK | PARSE_IPADDR_ANY_OK);
     require(back.result == 0 && back.same_address(value.address));
     require(back.pfxlen == value.pfxlen && back.maskseen == value.maskseen);
+}
+
+// The classes that the flags name are those of the functions that ask for them.
+void check_class(const Value &value, uint32_t flags)
+{
+    const bool ipv6 = value.af == PARSE_AF_INET6;
+    const int type = ipv6_address_type(value.address);
+    require(type >= IPV6_ADDRESS_TYPE_NONE && type <= IPV6_ADDRESS_TYPE_OTHER);
+    if (value.result != 0) return;
+    const bool unicast = parse_ipaddr_is_unicast(value.af, value.address) != 0;
+    require((flags & PARSE_IPADDR_UNICAST) == 0 || unicast || value.af > PARSE_AF_INET6);
+    require(!ipv6 || (flags & PARSE_IPADDR_MULTICAST) == 0 || type == IPV6_ADDRESS_TYPE_MULTICAST);
 }
 
 }  // namespace
@@ -83,6 +101,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const std::string text(reinterpret_cast<const char *>(data + 3), size - 3);
 
     const Value value(family, text.c_str(), flags);
+    check_class(value, flags);
     if (value.result == 0)
         for (const uint8_t full_form : {uint8_t{0}, uint8_t{1}}) check_round_trip(value, full_form);
 

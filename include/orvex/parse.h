@@ -77,7 +77,7 @@ ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit)
 /* Flags of parse_ipaddr. Bits that are not listed have no effect. */
 #define PARSE_IPADDR_PREFIX_OK 0x1U       /* "/" and a prefix length may follow the address */
 #define PARSE_IPADDR_PREFIX_REQUIRED 0x2U /* a prefix length or a mask must be given */
-#define PARSE_IPADDR_ALL_BYTES 0x4U       /* IPv4: no abbreviated address or dotted mask */
+#define PARSE_IPADDR_ALL_BYTES 0x4U       /* IPv4: all four groups of an address or dotted mask */
 #define PARSE_IPADDR_MASK_OK 0x8U         /* with PREFIX_OK: a mask may follow the "/" */
 #define PARSE_IPADDR_DEFAULT_OK 0x10U     /* "default" and "all" mean 0.0.0.0/0 or ::/0 */
 #define PARSE_IPADDR_INTEGER_OK 0x20U     /* IPv4: one decimal number is the whole address */
@@ -267,7 +267,7 @@ struct parsed_interface {
     int32_t pic;           /* PIC, or expansion slot */
     int32_t port;          /* port */
     int32_t channels[8];   /* level 1 first */
-    int32_t channel_count; /* levels given; IF_FIELD_ABSENT when none */
+    int32_t channel_count; /* levels given, at most 6; IF_FIELD_ABSENT when none */
     char direction[5];     /* "-rx", "-tx" or empty; terminated */
     int32_t unit;          /* logical unit */
 };
