@@ -43,7 +43,7 @@ int refuse_rest(const BytesText &text, const char *at)
 
 // A message about the whole text, which begins with `fault`, and may quote a part of it.
 int refuse_bytes(const BytesText &text, int result, std::string_view fault,
-                 std::string_view quoted = {}, std::string_view after_quoted = {})
+                 std::string_view quoted = "", std::string_view after_quoted = "")
 {
     return refuse_invalid_pieces(
         text.request.error, result,
