@@ -21,6 +21,10 @@ diff <(sort <<<"$exports") <(nm -D --defined-only "$library" | cut -d ' ' -f 2- 
 diff <(printf '%s\n' libc.so.6 liborvex-platform.so) \
   <(readelf -d "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | LC_ALL=C sort)
 
+# A program may have functions of these names. The library calls its own all the same: only the
+# record, which programs write, is looked up by name.
+diff <(echo parse_pf_attrib@@ORVEX_PARSE_1) <(readelf -rW "$library" | grep -o '[^ ]*@@ORVEX_PARSE_1' | sort -u)
+
 # Fails on input that holds the expression.
 holds_no() {
   if grep -E "$1"; then exit 1; fi

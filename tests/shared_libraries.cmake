@@ -1,12 +1,5 @@
 # What only shared libraries can show.
 
-# A program with functions of the library's names, which it loads at run time.
-add_executable(own_names_test own_names_test.c)
-set_target_properties(own_names_test PROPERTIES ENABLE_EXPORTS ON)
-target_link_libraries(own_names_test PRIVATE ${CMAKE_DL_LIBS})
-add_test(NAME own_names_test COMMAND own_names_test $<TARGET_FILE:orvex-parse>)
-add_dependencies(own_names_test orvex-parse)
-
 # Another platform library under the same name, in place of the stand-in: it comes first among the
 # libraries that the program needs, and the parser takes the one that is loaded.
 add_library(other-platform SHARED other_platform.c)
