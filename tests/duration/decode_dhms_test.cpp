@@ -10,13 +10,11 @@ std::string outcome(const std::string &text, uint64_t min = 0, uint64_t max = UI
 {
     constexpr uint64_t untouched = 77;
     uint64_t seconds = untouched;
-    int result = 0;
-    const std::string message = orvex_test::message_of(
-        [&](char *error, size_t size) { return decode_dhms(orvex_test::Exact(text), min, max, &seconds, error, size); },
-        result);
+    const auto [result, message] = orvex_test::outcome_of([&](char *error, size_t size) {
+        return decode_dhms(orvex_test::Exact(text), min, max, &seconds, error, size);
+    });
     if (result == 1) return std::to_string(seconds);
-    EXPECT_EQ(result, 0);
-    EXPECT_EQ(seconds, untouched);
+    EXPECT_TRUE(result == 0 && seconds == untouched);
     return message;
 }
 

@@ -19,18 +19,13 @@ void check(const Row &row)
 {
     for (const std::string &text : row.texts) {
         SCOPED_TRACE(text);
-        orvex_test::Guarded bytes(6);
-        auto *const data = reinterpret_cast<uint8_t *>(bytes.data());
-        int result = 0;
-        const std::string message = orvex_test::message_of(
-            [&](char *error, size_t size) {
-                return parse_iso_sysid(orvex_test::Exact(text), data, row.size, error, size);
-            },
-            result);
-        EXPECT_TRUE(bytes.untouched());
+        orvex_test::Guarded sysid(6);
+        const auto [result, message] = orvex_test::outcome_of([&](char *error, size_t size) {
+            return parse_iso_sysid(orvex_test::Exact(text), sysid.bytes(), row.size, error, size);
+        });
         EXPECT_EQ(result, row.result);
         EXPECT_EQ(message, row.message);
-        EXPECT_EQ(orvex_test::hexadecimal(data, 6), row.sysid);
+        EXPECT_EQ(sysid.hexadecimal(), row.sysid);
         EXPECT_EQ(parse_iso_sysid(text.c_str(), nullptr, row.size, nullptr, 0), row.result);
     }
 }

@@ -22,14 +22,12 @@ void check(Parser *parse, const Row &row)
         SCOPED_TRACE(text);
         const auto count = static_cast<uint32_t>(row.bytes.size() / 2);
         orvex_test::Guarded bytes(count);
-        auto *const data = reinterpret_cast<uint8_t *>(bytes.data());
-        int result = 0;
-        const std::string message = orvex_test::message_of(
-            [&](char *error, size_t size) { return parse(orvex_test::Exact(text), data, error, size, count); }, result);
-        EXPECT_TRUE(bytes.untouched());
+        const auto [result, message] = orvex_test::outcome_of([&](char *error, size_t size) {
+            return parse(orvex_test::Exact(text), bytes.bytes(), error, size, count);
+        });
         EXPECT_EQ(result, row.result);
         EXPECT_EQ(message, row.message);
-        EXPECT_EQ(orvex_test::hexadecimal(data, count), row.bytes);
+        EXPECT_EQ(bytes.hexadecimal(), row.bytes);
     }
 }
 

@@ -23,21 +23,18 @@ void check(const Row &row)
 {
     for (const std::string &text : row.texts) {
         SCOPED_TRACE(text);
-        uint8_t address[6];
+        orvex_test::Guarded address(6);
         int seen = untouched;
         uint8_t length = untouched;
-        int result = 0;
-        const std::string message = orvex_test::message_of(
-            [&](char *error, size_t size) {
-                return parse_mac_addr(orvex_test::Exact(text), row.flags, address, &seen, &length, error, size);
-            },
-            result);
+        const auto [result, message] = orvex_test::outcome_of([&](char *error, size_t size) {
+            return parse_mac_addr(orvex_test::Exact(text), row.flags, address.bytes(), &seen, &length, error, size);
+        });
         EXPECT_EQ(result, row.result);
         EXPECT_EQ(message, row.message);
-        EXPECT_EQ(orvex_test::hexadecimal(address, 6), row.address);
+        EXPECT_EQ(address.hexadecimal(), row.address);
         EXPECT_EQ(seen, row.seen);
         EXPECT_EQ(length, row.length);
-        EXPECT_EQ(parse_mac_addr(text.c_str(), row.flags, address, nullptr, nullptr, nullptr, 0), row.result);
+        EXPECT_EQ(parse_mac_addr(text.c_str(), row.flags, address.bytes(), nullptr, nullptr, nullptr, 0), row.result);
     }
 }
 

@@ -10,13 +10,10 @@ namespace {
 std::string outcome(const std::string &text, int mode = PARSE_ESI_ANY)
 {
     orvex_test::Guarded esi(10);
-    auto *const data = reinterpret_cast<uint8_t *>(esi.data());
-    int result = 0;
-    const std::string message = orvex_test::message_of(
-        [&](char *error, size_t size) { return parse_esi(orvex_test::Exact(text), data, error, size, mode); }, result);
-    EXPECT_TRUE(esi.untouched(result != 0));
-    if (result == 0) return orvex_test::hexadecimal(data, 10);
-    EXPECT_EQ(result, -1);
+    const auto [result, message] = orvex_test::outcome_of(
+        [&](char *error, size_t size) { return parse_esi(orvex_test::Exact(text), esi.bytes(), error, size, mode); });
+    if (result == 0) return esi.hexadecimal();
+    EXPECT_TRUE(result == -1 && esi.untouched());
     return message;
 }
 

@@ -20,12 +20,9 @@ void check_all(const std::vector<Row> &rows)
         uint32_t type = 77;
         uint32_t high = 77;
         uint32_t low = 77;
-        int result = 0;
-        const std::string message = orvex_test::message_of(
-            [&](char *error, size_t size) {
-                return parse_inetvpn_rd(orvex_test::Exact(row.text), &type, &high, &low, error, size);
-            },
-            result);
+        const auto [result, message] = orvex_test::outcome_of([&](char *error, size_t size) {
+            return parse_inetvpn_rd(orvex_test::Exact(row.text), &type, &high, &low, error, size);
+        });
         EXPECT_EQ(message, row.message);
         EXPECT_EQ(result, row.message.empty() ? 0 : 1);
         EXPECT_TRUE(result != 0 || type == row.type) << type;
