@@ -25,7 +25,7 @@ expect() {
   fi
 }
 
-# Every flag has an effect: COMMAND | FLAGS | TEXT | status without | status with
+# Every flag has an effect; README.md has examples of the others: COMMAND | FLAGS | TEXT | status without | status with
 while IFS='|' read -r command flags text without with; do
   for run in ":$without" "$flags:$with"; do
     # shellcheck disable=SC2086 # several flags are several words
@@ -34,25 +34,19 @@ while IFS='|' read -r command flags text without with; do
     [[ $got == "${run##*:}" ]] || fail "$command ${run%:*} $text: exit $got"
   done
 done <<'ROWS'
-ip|--prefix|10.0.0.0/8|1|0
 ip|--prefix-required|10.0.0.0|0|1
 ip|--all-bytes|10.1|0|1
-ip|--mask|10.0.0.0/255.0.0.0|1|0
 ip|--default|default|1|0
 ip|--integer|167772161|1|0
 ip|--multicast|10.0.0.1|0|1
-ip|--any|any-unicast|1|0
 ip|--no-martian|127.0.0.1|0|1
 ip|--unicast|224.0.0.1|0|1
 ip|--family inet6|10.0.0.1|0|1
 ip|--family 73|::1|0|1
-mac|--prefix|0:1:2:3:4:5/8|1|0
 mac|--unicast|1:1:2:3:4:5|0|1
 mac|--multicast|0:1:2:3:4:5|0|1
 esi|--mode reserved-ok|::|1|0
 esi|--mode user-defined|1::|0|1
-iso|--nsap|49.0001.1921.6800.1001.00|1|0
-delimited --count 4|--hex|0a0b0c0d|1|0
 duration|--min 60|59|0|1
 duration|--max 60|61|0|1
 interface|--mgmt|eth-1/2/3|0|1
@@ -62,7 +56,6 @@ interface|--no-slot|eth-0/0/0|0|1
 interface|--need-fpc-pic-port|eth-0|0|1
 interface|--no-unit|eth-0/0/0.1|0|1
 interface|--all|all|1|0
-interface|--wildcard|eth-*/?/0|1|0
 interface|--need-channel|eth-0/0/0|0|1
 interface|--rlsq|eth-1/2/3|0|1
 interface|--ranges|eth-[0-3]/0/[1,2]|1|0
@@ -97,22 +90,18 @@ expect 'no canonical text' 1 '' "'49' is not an IPv6 address
 '1::/0' is not an IPv6 address" canonical 49 1::/0
 expect 'delimiters' 0 $'address:       10-1-2-3\nbytes:         0a010203' '' delimited --count 4 --delimiter - 10:1:2:3
 expect 'an address of a prefix' 0 2001:db8:: '' prefix6 --address 2001:db8::/32
-expect 'numbers' 1 $'31\n-12' "'4x' is not an integer
-'2147483648' is out of range" integer 0x1f -12 4x 2147483648
+expect 'a number out of range' 1 '' "'2147483648' is out of range" integer 2147483648
 expect 'a bounded number' 1 '{"input":"9","value":9}
 {"input":"10","error":"'"'10'"' is not a number from 0 to 9","code":0,"errno":null}' \
   "'10' is not a number from 0 to 9" number --limit 10 --json 9 10
 
-# How names are read with each profile: PROFILE | NAME | FIELDS
+# How names are read with the profiles that README.md has no example of: PROFILE | NAME | FIELDS
 while IFS='|' read -r profile name fields; do
   got=$("$program" --profile "profiles/$profile.toml" interface --json "$name" 2>&1)
   [[ $got == "{\"input\":\"$name\"$fields}" ]] || fail "$profile $name: $got"
 done <<'ROWS'
-single-chassis|eth-1/2/0:3.100|,"type":"eth","fpc":1,"pic":2,"port":0,"channels":[3],"unit":100
 single-chassis|eth-0/0/10-rx.7|,"type":"eth","fpc":0,"pic":0,"port":10,"direction":"rx","unit":7
-switch-chassis|lcc0:eth-1/2/0/3|,"type":"eth","fpc":10,"pic":0,"port":3
 line-card-chassis|eth-1/2/0/3|,"type":"eth","fpc":82,"pic":0,"port":3
-virtual-fpcs|eth-1050/1/0|,"type":"eth","fpc":1050,"pic":1,"port":0
 container|eth-1/2/0:3.100|
 product-169|at-0/0/0.4095|,"type":"at","fpc":0,"pic":0,"port":0,"unit":4095
 ROWS

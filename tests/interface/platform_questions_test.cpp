@@ -65,13 +65,13 @@ const interface_info *interface_info_byname(const char *text, size_t length)
 uint32_t interface_info_index(const interface_info *entry) { return asked("index", entry == &fpc_type ? 5U : 6U); }
 uint32_t get_virtual_fpc_picslots(uint32_t index) { return asked("virtual-pics", index); }
 
-int orvex_product_info_is_virtual_fpc_enabled() { return asked("virtual", router.has_virtual_fpcs ? 1 : 0); }
+int orvex_product_info_is_virtual_fpc_enabled() { return asked("virtual", router.has_virtual_fpcs ? -1 : 0); }
 int32_t orvex_product_info_get_router_min_virtual_fpc_slot() { return asked("min", 100); }
 int32_t orvex_product_info_get_router_max_virtual_fpc_slot() { return asked("max", 109); }
 
 uint8_t chassis_is_switch_chassis() { return asked<uint8_t>("switch"); }
-uint8_t chassis_is_line_card_chassis() { return asked<uint8_t>("line-card", router.is_line_card); }
-uint8_t chassis_is_multi_chassis_root() { return asked<uint8_t>("root", router.is_root); }
+uint8_t chassis_is_line_card_chassis() { return asked<uint8_t>("line-card", router.is_line_card ? 2 : 0); }
+uint8_t chassis_is_multi_chassis_root() { return asked<uint8_t>("root", router.is_root ? 3 : 0); }
 uint8_t chassis_has_wide_vtnet_units() { return asked<uint8_t>("wide-vtnet"); }
 uint8_t chassis_uses_global_slots_a() { return asked<uint8_t>("global-a"); }
 uint8_t chassis_uses_global_slots_b() { return asked<uint8_t>("global-b"); }
