@@ -7,6 +7,11 @@
 
 namespace {
 
+using orvex_test::check_cut_sizes;
+using orvex_test::Exact;
+using orvex_test::Guarded;
+using orvex_test::outcome_of;
+
 constexpr int untouched = 77;
 
 struct Row {
@@ -24,13 +29,12 @@ void check(uint32_t flags, const std::vector<Row> &rows)
     for (const Row &row : rows) {
         for (const std::string &text : row.texts) {
             SCOPED_TRACE(text);
-            orvex_test::Guarded bytes(row.capacity);
+            Guarded bytes(row.capacity);
             uint8_t count = row.capacity;
             int seen = untouched;
             uint16_t length = untouched;
-            const auto [result, message] = orvex_test::outcome_of([&](char *error, size_t size) {
-                return parse_iso_addr(orvex_test::Exact(text), flags, bytes.bytes(), &count, &seen, &length, error,
-                                      size);
+            const auto [result, message] = outcome_of([&](char *error, size_t size) {
+                return parse_iso_addr(Exact(text), flags, bytes.bytes(), &count, &seen, &length, error, size);
             });
             EXPECT_EQ(result, row.result);
             EXPECT_EQ(message, row.message);
@@ -41,6 +45,29 @@ void check(uint32_t flags, const std::vector<Row> &rows)
             EXPECT_EQ(count, row.bytes.size() / 2);
             EXPECT_EQ(parse_iso_addr(text.c_str(), flags, nullptr, nullptr, nullptr, nullptr, nullptr, 0), 0);
         }
+    }
+}
+
+struct SysidRow {
+    std::vector<std::string> texts;
+    int size = 6;
+    int result = 0;
+    const char *message = "";
+    std::string sysid = "5a5a5a5a5a5a";  // untouched
+};
+
+void check_sysid(const SysidRow &row)
+{
+    for (const std::string &text : row.texts) {
+        SCOPED_TRACE(text);
+        Guarded sysid(6);
+        const auto [result, message] = outcome_of([&](char *error, size_t size) {
+            return parse_iso_sysid(Exact(text), sysid.bytes(), row.size, error, size);
+        });
+        EXPECT_EQ(result, row.result);
+        EXPECT_EQ(message, row.message);
+        EXPECT_EQ(sysid.hexadecimal(), row.sysid);
+        EXPECT_EQ(parse_iso_sysid(text.c_str(), nullptr, row.size, nullptr, 0), row.result);
     }
 }
 
@@ -123,10 +150,10 @@ TEST(FormatIsoAddr, RoundTripsAtEverySize)
         const auto last_piece = [](size_t before, size_t needed) {
             return [=](size_t size) { return size <= before ? 0 : std::min(needed, size - before); };
         };
-        orvex_test::check_cut_sizes(
+        check_cut_sizes(
             address, [&](char *buf, size_t size) { return format_iso_addr(bytes.data(), count, 0, 5, buf, size); },
             last_piece(address.size() - 2, 2));
-        orvex_test::check_cut_sizes(
+        check_cut_sizes(
             prefix, [&](char *buf, size_t size) { return format_iso_addr(bytes.data(), count, 1, length, buf, size); },
             last_piece(address.size(), prefix.size() - address.size()));
     }
@@ -142,7 +169,54 @@ TEST(FormatIsoAddr, NoBytesDefaultPrefixAndMost)
     EXPECT_STREQ(text, "0/24");
     EXPECT_EQ(format_iso_addr(most.data(), 255, 1, 65535, text, sizeof text), 6);
     EXPECT_STREQ(text + 630, "49.4949/65535");
-    orvex_test::check_cut_sizes(
+    check_cut_sizes(
         "0/0", [&](char *buf, size_t size) { return format_iso_addr(most.data(), 255, 1, 0, buf, size); },
         [](size_t size) { return std::min(size, size_t{3}); });
+}
+
+TEST(ParseIsoSysid, GroupsAndRefusals)
+{
+    const char *const invalid = "Invalid system-id string";
+    const char *const too_small = "Passed sysid size too small";
+    const char *const too_many = "Unexpected number of hex characters in system-id";
+    for (const int size : {6, 7, 0, -1})
+        check_sysid({.texts = {"1.2.f", "0x1. +2.0XF", "-ffffffff.2.f", "00001.02.00f"},
+                     .size = size,
+                     .sysid = "00010002000f"});
+    check_sysid({.texts = {"1921.6800.1001"}, .sysid = "192168001001"});
+    check_sysid({.texts = {"1921.6800.1001."}, .size = 5, .result = -1, .message = "Passed sysid string too large"});
+    for (const int size : {1, 5})
+        check_sysid({.texts = {"1.2.3", "x"}, .size = size, .result = -1, .message = too_small});
+    check_sysid({.texts = {"", ".1.1", "x.1.1"}, .result = -1, .message = invalid});
+    check_sysid({.texts = {"1.2", "1.2."}, .result = -1, .message = invalid, .sysid = "000100025a5a"});
+    check_sysid({.texts = {"1.2.3.", "1.2.3.4"}, .result = -1, .message = invalid, .sysid = "000100020003"});
+    check_sysid({.texts = {"1-2-3", "99999-"}, .result = -1, .message = "Unexpected character in system-id '-'"});
+    check_sysid({.texts = {"0xg.1.1"}, .result = -1, .message = "Unexpected character in system-id 'x'"});
+    check_sysid({.texts = {"12345.1.1", "123456789abcde", "-1.1.1"}, .result = -1, .message = too_many});
+    check_sysid(
+        {.texts = {"0.0.0"}, .result = -2, .message = "system-id cannot be all zeros", .sysid = "000000000000"});
+}
+
+TEST(ParseIsIsoSysid, Shapes)
+{
+    for (const char *text : {"1.2.3", "1921.6800.100F"}) EXPECT_EQ(parse_is_iso_sysid(text), 1) << text;
+    for (const char *text :
+         {"", "12345.1.1", "1921.6800", "0x12.1.1", "1..1", ".1.1", "1.1.", "1.1.1.1", "1.1.1 ", "1.1.12345"})
+        EXPECT_EQ(parse_is_iso_sysid(text), 0) << text;
+}
+
+TEST(FormatIsoSysid, RoundTripsAtEverySize)
+{
+    std::mt19937 random(1);
+    for (int i = 0; i < 20; ++i) {
+        uint8_t sysid[6];
+        for (uint8_t &byte : sysid) byte = static_cast<uint8_t>(random());
+        char text[15];
+        EXPECT_EQ(format_iso_sysid(sysid, text, sizeof text), 2);
+        check_sysid({.texts = {text}, .sysid = orvex_test::hexadecimal(sysid, 6)});
+        // What is left for the last byte, as far as it needs it.
+        check_cut_sizes(
+            text, [&](char *buf, size_t size) { return format_iso_sysid(sysid, buf, size); },
+            [](size_t size) { return size <= 12 ? 0 : std::min(size_t{2}, size - 12); });
+    }
 }

@@ -1,5 +1,3 @@
-#include "interface/ifalias_to_ifl.h"
-
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
@@ -10,11 +8,21 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "interface/ifalias_to_ifl.h"
 #include "support/guarded.h"
+#include "support/profile.h"
 
 namespace {
 
 using orvex_test::Guarded;
+
+int is_alias(const std::string &text)
+{
+    errno = 77;
+    const int result = is_interface_alias(orvex_test::Exact(text));
+    EXPECT_EQ(errno, 77);
+    return result;
+}
 
 // "1 NAME", or "0" with the destination untouched, as a look-up leaves it.
 template <typename Find>
@@ -125,4 +133,25 @@ TEST(IfaliasToIfl, FindsEveryAliasOfALongMap)
     }
     for (size_t i = 0; i < aliases.size(); ++i)
         EXPECT_EQ(look_up(map, aliases[i]), (i + 1) % 7 == 0 ? "0" : "1 eth-" + std::to_string(i)) << aliases[i];
+}
+
+TEST(IsInterfaceAlias, TellsAliasesFromNamesAddressesAndWords)
+{
+    const std::string longest = "x" + std::string(127, '9');
+    for (const std::string &text : {std::string("uplink-to-core"), std::string("eth-uplink"), std::string("eth-10"),
+                                    std::string("ether-"), std::string("a_.:/-b"), std::string("fe80::g"),
+                                    std::string("localhost1"), std::string("bigeth0"), std::string("aB012"), longest})
+        EXPECT_EQ(is_alias(text), 1) << text;
+    for (const std::string &text :
+         {std::string(), std::string("abcd"), longest + "9", std::string("1abcde"), std::string("-abcde"),
+          std::string("ab[1]c"), std::string("ab cde"), std::string("fe80::1"), std::string("abcd:ef01:1:2:3:4:5:6"),
+          std::string("localhost"), std::string("access-ports"), std::string("xstp-disabled"), std::string("eth-0/0/0"),
+          std::string("irb.10"), std::string("demux0"), std::string("ABCDE"), std::string("upl\xefnk")})
+        EXPECT_EQ(is_alias(text), 0) << text;
+    orvex_test::Profile profile;
+    profile.catalogue.push_back({"xy-known", {}, 0});
+    profile.catalogue.push_back({"zap99", {}, 0});
+    profile.install();
+    for (const char *text : {"xy-known", "zap99"}) EXPECT_EQ(is_alias(text), 0) << text;
+    EXPECT_EQ(is_alias("xy-unknown"), 1);
 }
