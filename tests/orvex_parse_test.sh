@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the command-line program as its users do: orvex_parse_test.sh PROGRAM
+# Runs the command-line program as its users do, and the examples of README.md: orvex_parse_test.sh PROGRAM
 set -uo pipefail
 program=$1
 cd "$(dirname "$0")/.." || exit
@@ -24,6 +24,23 @@ expect() {
     diff <(echo "$errors") "$scratch/err"
   fi
 }
+
+# The examples of README.md print what is shown there: "    $ ./dev run …" and the lines after it, up to an empty line
+# or another command.
+examples=0 command='' shown=''
+check_example() {
+  [[ -n $command ]] || return
+  examples=$((examples + 1))
+  diff <(echo "$shown") <(eval "${command/.\/dev run/\"\$program\"}" 2>&1 </dev/null) || fail "$command"
+}
+while IFS= read -r line; do
+  case $line in
+    '    $ ./dev run '*) check_example; command=${line#'    $ '} shown='' ;;
+    '    '*) shown+=${shown:+$'\n'}${line#'    '} ;;
+    *) check_example; command='' shown='' ;;
+  esac
+done < <(cat README.md; echo)
+((examples >= 15)) || fail "$examples examples"
 
 # Every flag has an effect; README.md has examples of the others: COMMAND | FLAGS | TEXT | status without | status with
 while IFS='|' read -r command flags text without with; do

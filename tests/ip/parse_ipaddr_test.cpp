@@ -2,11 +2,7 @@
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 
-#include <array>
-#include <cerrno>
-#include <cstring>
 #include <random>
-#include <string>
 
 #include "support/guarded.h"
 
@@ -198,8 +194,7 @@ TEST(ParseIpaddr, FamilyAndStorage)
         EXPECT_EQ(Call(0, text, 0).af, family) << text;
     for (const uint32_t family : {1U, 7U, 10U, 30U, 120U, 142U}) {
         Call call(family, "::1", 0);
-        EXPECT_EQ(call.outcome(), "-1 errno? unsupported address family");
-        EXPECT_EQ(call.error, 47);
+        EXPECT_TRUE(call.outcome() == "-1 errno? unsupported address family" && call.error == 47) << family;
     }
     for (const uint32_t family : {2U, 73U, 28U, 141U}) {
         Guarded bytes(family == 2 || family == 73 ? 3 : 15);
@@ -232,8 +227,7 @@ TEST(ParseIpaddr, OutputsAfterFailure)
     }
     EXPECT_TRUE(Call(PARSE_AF_INET, "1.2.3.4/00000000000000000000000000000", pfx).address.untouched());
     Call mask(PARSE_AF_INET, "10/255.0.x", mask_ok);
-    EXPECT_EQ(mask.text_of(mask.mask), "255.0.0.0");
-    EXPECT_EQ(mask.maskseen, 0);
+    EXPECT_TRUE(mask.text_of(mask.mask) == "255.0.0.0" && mask.maskseen == 0);
     // An IPv6 address or mask is stored whole or not at all, also one that more text follows.
     EXPECT_TRUE(Call(PARSE_AF_INET6, "1::2%em0", 0).address.untouched());
     EXPECT_TRUE(Call(PARSE_AF_INET6, "::/ff::%em0", mask_ok).mask.untouched());

@@ -201,7 +201,7 @@ TEST(ParseIsIsoSysid, Shapes)
 {
     for (const char *text : {"1.2.3", "1921.6800.100F"}) EXPECT_EQ(parse_is_iso_sysid(text), 1) << text;
     for (const char *text :
-         {"", "12345.1.1", "1921.6800", "0x12.1.1", "1..1", ".1.1", "1.1.", "1.1.1.1", "1.1.1 ", "1.1.12345"})
+         {"", "12345.1.1", "1921.6800", "0x12.1.1", "1..1", ".1.1", "1.1.", "1.12345.1", "1.1.1 ", "1.1.12345"})
         EXPECT_EQ(parse_is_iso_sysid(text), 0) << text;
 }
 
