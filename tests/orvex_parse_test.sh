@@ -134,9 +134,7 @@ done <<'ROWS'
 [chassis|1:9: Error while parsing table header: encountered end-of-file
 [types.eth]\nflags = ["chanels"]|2:10: flags: expected a flag, such as "channels", found the string "chanels"
 [types.eth]\nchannels = [1,2,3,4,5,6,7]|2:12: channels: expected a list of at most 6 bounds, found 7
-[chassis]\nkind = "double"|2:8: kind: expected "single" or "switch" or "line-card", found the string "double"
 product = 5|1:11: product: expected a table, found 5
-[product]\nid = 65536|2:6: id: expected an integer from 0 to 65535, found 65536
 [product]\ncontainer = 1.5|2:13: container: expected true or false, found a floating-point
 ROWS
 printf 'builtin-types = false\n[types.mt]\nports = 1\npic-slots = 1\nproducts = [65]\n' >"$scratch/own.toml"

@@ -218,14 +218,15 @@ TEST(ParseInterface, AsksThePlatformWhatItIs)
     profile.product_id = 63;
     profile.install();
     check(0, {{"vlan", "vlan //"}});
-
     profile.type("eth").product_mask = 1 << 5;
     profile.product_id = 64 + 5;
-    for (const orvex_product_record record : {ORVEX_PRODUCT_BY_POINTER, ORVEX_PRODUCT_BY_CALL, ORVEX_PRODUCT_NONE}) {
+    for (const auto &[record, expected] :
+         {std::pair{ORVEX_PRODUCT_BY_POINTER, "eth 0//"},
+          {ORVEX_PRODUCT_BY_CALL, "eth 0//"},
+          {ORVEX_PRODUCT_NONE, "-2 product does not support interface type in 'eth-0'"}}) {
         profile.product_record = record;
         profile.install();
-        check(0, {{"eth-0", record != ORVEX_PRODUCT_NONE ? "eth 0//"
-                                                         : "-2 product does not support interface type in 'eth-0'"}});
+        check(0, {{"eth-0", expected}});
     }
 }
 
@@ -274,7 +275,6 @@ TEST(ParseInterface, VirtualSlots)
                  {"eth-1050/2/0", "-2 pic value outside range 0..1 for '2/0' in 'eth-1050/2/0'"},
                  {"eth-11/3/0", "eth 11/3/0 | fpc value outside range 1000..1099 for '11/3/0' in 'eth-11/3/0'"},
                  {"eth-1100/0/0", "-2 fpc value outside range 0..11 for '1100/0/0' in 'eth-1100/0/0'"},
-                 {"lo0", "lo 0//"},
              });
     const interface_info &eth = profile.type("eth");
     for (const auto &[name, slots] : std::vector<std::pair<const char *, uint32_t>>{
@@ -284,15 +284,15 @@ TEST(ParseInterface, VirtualSlots)
     profile.multi_chassis_size = 4;
     profile.lcc_to_scc = {0, 10000};
     profile.install();
-    EXPECT_EQ(outcome("eth-2/1007/0/0"),
-              "eth 21007/0/0 | lcc value outside range 1000..1099 for '2/1007/0/0' in 'eth-2/1007/0/0'");
+    check(0, {{"eth-2/1007/0/0",
+               "eth 21007/0/0 | lcc value outside range 1000..1099 for '2/1007/0/0' in 'eth-2/1007/0/0'"}});
 }
 
 TEST(ParseInterface, ChassisPrefix)
 {
     Profile profile;
     profile.install();
-    // TEXT BUFFER-SIZE: what is left, the name, the length; or the message
+    // What is left, the name and its length, or the message
     const auto strip = [](const std::string &text, size_t size) {
         const Exact exact(text);
         const char *at = exact;
@@ -321,7 +321,6 @@ TEST(ParseInterface, ChassisPrefix)
     EXPECT_EQ(strip("a_9-B:x:-", 200), "x:-|a_9-B|5");
     EXPECT_EQ(strip("bad.name:eth-0/0/0", 200),
               "chassis name 'bad.name' is not valid in 'bad.name:eth-0/0/0'|bad.name");
-    EXPECT_EQ(strip("\xe9:eth-0", 200), "chassis name '\xe9' is not valid in '\xe9:eth-0'|\xe9");
     const std::string longest(128, 'c');
     EXPECT_EQ(strip(longest + ":x-", 200), "x-|" + longest + "|128");
     EXPECT_EQ(strip(longest + "c:x-", 9), "chassis name length is greater than 128 in '" + longest + "c:x-'|");

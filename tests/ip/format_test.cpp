@@ -19,14 +19,6 @@ Bytes bytes_of(const std::string &text)
     return bytes;
 }
 
-// The mask of a keyword.
-Bytes bytes_of(uint32_t word)
-{
-    Bytes bytes(sizeof word);
-    std::memcpy(bytes.data(), &word, sizeof word);
-    return bytes;
-}
-
 // The whole text that a formatter writes, after every smaller buffer held its right end.
 std::string text_from_right(char *format(const void *, int, char *, size_t, int), const uint8_t *address, int length)
 {
@@ -84,7 +76,9 @@ TEST(FormatIpaddr, FormsInEverySize)
     const std::string ipv6 = "2001:db8::1", wide_ipv6 = "2001:0db8:0000:0000:0000:0000:0000:0001";
     const std::string wide_mask = "ffff:ffff:ffff:ffff:0000:0000:0000:0000";
     const Bytes mask = bytes_of("255.19.90.0"), most = Bytes(4, 255), ipv6_mask = bytes_of("ffff:ffff:ffff:ffff::");
-    const Bytes unicast = bytes_of(IPADDR_ANY_UNICAST), multicast = bytes_of(IPADDR_ANY_MULTICAST);
+    const uint32_t words[] = {IPADDR_ANY_UNICAST, IPADDR_ANY_MULTICAST};
+    const auto *const keywords = reinterpret_cast<const uint8_t *>(words);
+    const Bytes unicast(keywords, keywords + 4), multicast(keywords + 4, keywords + 8);
     check(0, {},
           {
               {.address = "10.0.0.1", .pfxlen = 24, .mask = unicast, .expected = "10.0.0.1"},

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 
-#include <random>
-
 #include "support/guarded.h"
 
 namespace {
@@ -258,17 +256,10 @@ TEST(ParseEsi, Modes)
     EXPECT_EQ(esi_outcome("ff:ff:ff:ff:ff:ff:ff:ff:ff:fe"), "fffffffffffffffffffe");
 }
 
-TEST(FormatEsi, RoundTripsAtEverySize)
+TEST(FormatEsi, EverySize)
 {
-    std::mt19937 random(1);
-    for (int i = 0; i < 50; ++i) {
-        uint8_t esi[10];
-        for (uint8_t &byte : esi) byte = static_cast<uint8_t>(random());
-        char text[30];
-        EXPECT_EQ(format_esi(text, sizeof text, esi), 29);
-        EXPECT_EQ(esi_outcome(text), orvex_test::hexadecimal(esi, 10));
-        orvex_test::check_cut_sizes(
-            text, [&](char *buf, size_t size) { return format_esi(buf, size, esi); },
-            [](size_t size) { return std::min(size_t{29}, size); });
-    }
+    const uint8_t esi[] = {0, 0x1b, 0x2c, 0x3d, 0x4e, 0x5f, 0x60, 0x71, 0x89, 0xfa};
+    orvex_test::check_cut_sizes(
+        "00:1b:2c:3d:4e:5f:60:71:89:fa", [&](char *buf, size_t size) { return format_esi(buf, size, esi); },
+        [](size_t size) { return std::min(size_t{29}, size); });
 }
