@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 
-#include <cerrno>
-
 #include "support/guarded.h"
 #include "support/profile.h"
 
@@ -210,14 +208,18 @@ TEST(ParseInterface, AsksThePlatformWhatItIs)
     check(0, {{"em0", " //"}, {"no name", " //"}, {"lo0", "lo 0//"}, {"lo0.1", " //"}});
 
     profile.running_in_container = 0;
-    for (const uint16_t product : std::vector<uint16_t>{52, 62, 79, 180, 191, 248}) {
+    for (const uint16_t product : std::vector<uint16_t>{52,  62,  64,  70,  72,  74,  79,  92,  102, 106, 110, 118,
+                                                        127, 139, 180, 191, 198, 200, 201, 205, 214, 221, 226, 248}) {
         profile.product_id = product;
         profile.install();
         check(0, {{"vlan", "-1 interface type vlan is not supported in this plateform"}, {"vlan.5", "vlan //.5"}});
     }
-    profile.product_id = 63;
-    profile.install();
-    check(0, {{"vlan", "vlan //"}});
+    for (const uint16_t product :
+         std::vector<uint16_t>{51, 63, 71, 75, 101, 107, 179, 192, 199, 202, 204, 215, 220, 227}) {
+        profile.product_id = product;
+        profile.install();
+        check(0, {{"vlan", "vlan //"}});
+    }
     profile.type("eth").product_mask = 1 << 5;
     profile.product_id = 64 + 5;
     for (const auto &[record, expected] :

@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstring>
 #include <random>
-#include <string>
 
 #include "support/guarded.h"
 
