@@ -18,15 +18,10 @@ exports=$(
   printf '%s@@ORVEX_PARSE_1\n' 'D parse_pf_attrib' 'R sw_version'
 )
 diff <(sort <<<"$exports") <(nm -D --defined-only "$library" | cut -d ' ' -f 2- | sort)
-# What any platform library gives it, the stand-in or the router's own.
-platform='chassis_get_max_fpc_slots chassis_has_wide_vtnet_units chassis_is_line_card_chassis
-  chassis_is_multi_chassis_root chassis_is_switch_chassis chassis_lcc_slot_to_scc_slot
-  chassis_local_slot_to_global_slot chassis_uses_global_slots_a chassis_uses_global_slots_b
-  get_virtual_fpc_picslots interface_info_byname interface_info_index logging
-  orvex_product_info_get_router_max_virtual_fpc_slot orvex_product_info_get_router_min_virtual_fpc_slot
-  orvex_product_info_is_virtual_fpc_enabled platform_hook_call platform_hooks_init product_info_data product_infop'
-# shellcheck disable=SC2086
-diff <(printf '%s\n' $platform | sort) <(nm -D --undefined-only "$library" | sed -n 's/^ *U \([a-z][^@]*\)$/\1/p' | sort)
+# What it needs of a platform is what every platform library has.
+for name in $(nm -D --undefined-only "$library" | sed -n 's/^ *U \([a-z][^@]*\)$/\1/p'); do
+  grep -w "$name" "$(dirname "$0")/../platform/include/orvex/platform.h" >/dev/null
+done
 diff <(printf '%s\n' libc.so.6 liborvex-platform.so) \
   <(readelf -d "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | LC_ALL=C sort)
 

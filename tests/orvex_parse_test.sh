@@ -66,7 +66,6 @@ esi|--mode user-defined|1::|0|1
 duration|--min 60|59|0|1
 duration|--max 60|61|0|1
 interface|--mgmt|eth-1/2/3|0|1
-interface|--channels|vcp-0/0/0:0|1|1
 interface|--no-slot|eth-0/0/0|0|1
 interface|--need-fpc-pic-port|eth-0|0|1
 interface|--no-unit|eth-0/0/0.1|0|1
@@ -156,7 +155,6 @@ expect 'the longest line' 1 7 'line 2: the line is too long' number --limit 8
 expect 'no line' 0 '' '' ip
 usage=$'\nRun orvex-parse --help to see how it is used.'
 expect 'no subcommand' 2 '' "orvex-parse: A subcommand is required$usage"
-expect 'no limit' 2 '' "orvex-parse: --limit is required$usage" number 1
 expect 'an unknown option' 2 '' "orvex-parse: The following argument was not expected: --bad$usage" ip --bad
 expect 'an unknown family' 2 '' "orvex-parse: --family: 'x' is not inet, inet6 or a code$usage" ip --family x ::1
 

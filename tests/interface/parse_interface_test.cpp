@@ -28,8 +28,7 @@ std::string record_text(const parsed_interface &record)
     return record.unit == IF_FIELD_ABSENT ? text : text + '.' + field_text(record.unit);
 }
 
-// What a call leaves: the record of an accepted name, or the result and the message; an accepted name with a message
-// has both.
+// The record of an accepted name, or the result of another; then the message, if there is one.
 std::string outcome(const std::string &name, uint32_t flags = 0, uint32_t mask = 0)
 {
     Guarded memory(sizeof(parsed_interface));
@@ -208,18 +207,18 @@ TEST(ParseInterface, AsksThePlatformWhatItIs)
     check(0, {{"em0", " //"}, {"no name", " //"}, {"lo0", "lo 0//"}, {"lo0.1", " //"}});
 
     profile.running_in_container = 0;
-    for (const uint16_t product : std::vector<uint16_t>{52,  62,  64,  70,  72,  74,  79,  92,  102, 106, 110, 118,
-                                                        127, 139, 180, 191, 198, 200, 201, 205, 214, 221, 226, 248}) {
-        profile.product_id = product;
-        profile.install();
-        check(0, {{"vlan", "-1 interface type vlan is not supported in this plateform"}, {"vlan.5", "vlan //.5"}});
-    }
-    for (const uint16_t product :
-         std::vector<uint16_t>{51, 63, 71, 75, 101, 107, 179, 192, 199, 202, 204, 215, 220, 227}) {
-        profile.product_id = product;
-        profile.install();
-        check(0, {{"vlan", "vlan //"}});
-    }
+    const auto check_vlan = [&profile](const std::vector<uint16_t> &products, const char *expected) {
+        for (const uint16_t product : products) {
+            profile.product_id = product;
+            profile.install();
+            check(0, {{"vlan", expected}, {"vlan.5", "vlan //.5"}});
+        }
+    };
+    check_vlan({51, 63, 71, 75, 101, 107, 179, 192, 199, 202, 204, 215, 220, 227}, "vlan //");
+    check_vlan({52,  62,  64,  70,  72,  74,  79,  92,  102, 106, 110, 118,
+                127, 139, 180, 191, 198, 200, 201, 205, 214, 221, 226, 248},
+               "-1 interface type vlan is not supported in this plateform");
+
     profile.type("eth").product_mask = 1 << 5;
     profile.product_id = 64 + 5;
     for (const auto &[record, expected] :

@@ -1,4 +1,4 @@
-// Which questions a name asks of the platform, in their order. The platform here answers and records.
+// Which questions a name asks of the platform, in their order. The platform here records them.
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 #include <orvex/platform.h>
@@ -12,7 +12,7 @@ namespace {
 
 std::string questions;
 
-// Records a question of the library, and answers it.
+// Records a question of the library, and returns what the platform says.
 template <typename Answer = int>
 Answer asked(const std::string &question, Answer answer = {})
 {
@@ -20,19 +20,17 @@ Answer asked(const std::string &question, Answer answer = {})
     return answer;
 }
 
-// What the platform answers; every product has the attributes (0, 0).
+// What the platform says; every product has the attributes (0, 0).
 struct Router {
     uint16_t product_id = 1;
     bool in_container = false;
     bool is_root = false;
     bool is_line_card = false;
     bool has_virtual_fpcs = false;
-};
-Router router;
+} router;
 
 product_info product{};
-interface_info fpc_type{};
-interface_info device_type{};
+interface_info fpc_type{}, device_type{};
 
 }  // namespace
 

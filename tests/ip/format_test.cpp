@@ -153,6 +153,7 @@ TEST(FormatIpv6addrPartial, ReadsNoByteAfterThePrefix)
 
 TEST(FormatIn6Addr, WritesTheGroupsOfThePrefix)
 {
+    const char *const longest = "fedc:ba98:7654:3210:fedc:ba98:7654:3210";
     const struct {
         const char *address;
         int length;
@@ -173,9 +174,7 @@ TEST(FormatIn6Addr, WritesTheGroupsOfThePrefix)
         {.address = "0:1:2:3:4:5:6:7", .length = 128, .expected = "0:1:2:3:4:5:6:7"},
         {.address = "1:0:2:0:3:0:4:0", .length = 128, .expected = "1:0:2:0:3:0:4:0"},
         {.address = "1:0:0:0:2:0:0:3", .length = 128, .expected = "1:0:0:0:2::3"},
-        {.address = "fedc:ba98:7654:3210:fedc:ba98:7654:3210",
-         .length = 128,
-         .expected = "fedc:ba98:7654:3210:fedc:ba98:7654:3210"},
+        {.address = longest, .length = 128, .expected = longest},
     };
     for (const auto &row : rows) {
         const Bytes address = bytes_of(row.address);

@@ -21,9 +21,7 @@ void check_rd(const std::vector<RdRow> &rows)
 {
     for (const RdRow &row : rows) {
         SCOPED_TRACE(row.text);
-        uint32_t type = 77;
-        uint32_t high = 77;
-        uint32_t low = 77;
+        uint32_t type = 77, high = 77, low = 77;
         const auto [result, message] = outcome_of([&](char *error, size_t size) {
             return parse_inetvpn_rd(Exact(row.text), &type, &high, &low, error, size);
         });
@@ -118,7 +116,6 @@ TEST(ParseInetvpnRd, Refuses)
     const std::string address = "Invalid IP address in route-distingusher: ";
     check_rd({
         {.text = "100", .message = "Invalid RD format: '100'"},
-        {.text = zeros(129) + ":1", .message = "Invalid RD format: '" + zeros(129) + ":1'"},
         {.text = zeros(129) + ".5:1", .message = "Invalid RD format: '" + zeros(129) + ".5:1'"},
         {.text = zeros(128) + ".5:1", .message = "Invalid RD format: '" + zeros(128) + ".5:1'"},
         {.text = "65536:1", .message = as + "'65536' not in range 1 to 65535"},
@@ -252,7 +249,6 @@ TEST(ParseEsi, Modes)
     EXPECT_EQ(esi_outcome("01::", PARSE_ESI_USER_DEFINED), "The first octet of a user-defined ESI must be 0");
     EXPECT_EQ(esi_outcome("01::", PARSE_ESI_RESERVED_OK), "01000000000000000000");
     EXPECT_EQ(esi_outcome("0:1::", PARSE_ESI_USER_DEFINED), "00010000000000000000");
-    EXPECT_EQ(esi_outcome("1:1:1:1:1:1:1:1:1:1"), "01010101010101010101");
     EXPECT_EQ(esi_outcome("ff:ff:ff:ff:ff:ff:ff:ff:ff:fe"), "fffffffffffffffffffe");
 }
 
