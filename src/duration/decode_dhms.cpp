@@ -174,12 +174,11 @@ bool holds_colon(const char *at)
     return *at == ':';
 }
 
-// A ":" anywhere makes the whole token a clock; it nearly always comes after the first digits.
+// A ":" anywhere makes the whole token a clock; it nearly always comes after one digit or two.
 Fault read_token(const char *&at, uint64_t &total)
 {
-    const char *after_digits = at;
-    while (is_digit(*after_digits)) ++after_digits;
-    if (*after_digits != ':') {
+    const bool begins_clock = is_digit(*at) && (at[1] == ':' || (is_digit(at[1]) && at[2] == ':'));
+    if (!begins_clock) {
         const char *const start = at;
         const Fault fault = read_pairs(at, total);
         if (fault == Fault::none || !holds_colon(at)) return fault;
@@ -199,21 +198,18 @@ int decode_dhms(const char *text, uint64_t min, uint64_t max, uint64_t *seconds,
     const ErrorText error{errbuf, errlen};
     uint64_t total = 0;
     const char *at = skip_space(text);
-    if (*at == '\0') return refuse(error, keep_errno, refused, "Empty string");
+    if (*at == '\0') return refuse(error, refused, "Empty string");
     while (*at != '\0') {
         const Fault fault = read_token(at, total);
-        if (fault == Fault::syntax) return refuse(error, keep_errno, refused, "Syntax error");
-        if (fault == Fault::overflow) return refuse(error, keep_errno, refused, "Overflow");
+        if (fault == Fault::syntax) return refuse(error, refused, "Syntax error");
+        if (fault == Fault::overflow) return refuse(error, refused, "Overflow");
         at = skip_space(at);
     }
-    if (total < min) {
-        return refuse(error, keep_errno, refused, "Number must be greater than or equal to %ju",
+    if (total < min)
+        return refuse(error, refused, "Number must be greater than or equal to %ju",
                       uintmax_t{min});
-    }
-    if (total > max) {
-        return refuse(error, keep_errno, refused, "Number must be less than or equal to %ju",
-                      uintmax_t{max});
-    }
+    if (total > max)
+        return refuse(error, refused, "Number must be less than or equal to %ju", uintmax_t{max});
     *seconds = total;
     return accepted;
 }

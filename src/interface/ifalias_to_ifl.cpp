@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "text/characters.h"
+#include "text/text_writer.h"
 
 namespace orvex {
 namespace {
@@ -131,14 +132,6 @@ class MapReader {
     const char *end_ = chunk_.data();
 };
 
-void copy_name(std::string_view name, char *dest, size_t dest_size)
-{
-    if (dest_size == 0) return;
-    const size_t taken = std::min(name.size(), dest_size - 1);
-    std::memcpy(dest, name.data(), taken);
-    dest[taken] = '\0';
-}
-
 bool find_alias(MapInput input, std::string_view alias, char *dest, size_t dest_size)
 {
     MapReader reader(input);
@@ -150,7 +143,7 @@ bool find_alias(MapInput input, std::string_view alias, char *dest, size_t dest_
         const bool complete =
             reader.read_word(name) && reader.read_word(candidate) && reader.read_word(third);
         if (!complete || candidate.view() != alias) continue;
-        copy_name(name.view(), dest, dest_size);
+        copy_cut(dest, dest_size, name.text.data(), name.length);
         return true;
     } while (reader.skip_line());
     return false;

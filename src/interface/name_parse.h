@@ -16,7 +16,7 @@ constexpr int ok = 0;
 
 // Names are hardly ever refused: the compiler moves the messages out of the way of the readers.
 // NOLINTNEXTLINE(readability-redundant-declaration)
-[[gnu::cold]] int refuse(ErrorText error, int error_number, int result, const char *format, ...);
+[[gnu::cold]] int refuse(ErrorText error, int result, const char *format, ...);
 
 // An interface name while it is read. A reader of a part gets its start, stores its value into the
 // record and returns its end, or null with a message when the part breaks a rule.
@@ -30,6 +30,15 @@ struct NameParse {
 
     [[nodiscard]] bool has(uint32_t flag) const { return (flags & flag) != 0; }
 };
+
+// What the reader of a part returns after its message.
+constexpr const char *no_part(int /*result*/) { return nullptr; }
+
+// Reads ".100" into the record's unit.
+const char *read_unit(const NameParse &parse, const char *at);
+
+// Gives the record unit 0 when the name has none but the number before it.
+void set_default_unit(const NameParse &parse);
 
 }  // namespace orvex
 

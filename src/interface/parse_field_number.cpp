@@ -24,18 +24,17 @@ constexpr size_t longest_quoted_range = 1023;
 const char *refuse_number_of(const Range &range)
 {
     const auto &[parse, field, text] = range;
-    refuse(parse.error, keep_errno, rule_broken, "missing or invalid %s number %.*s in %s",
-           field.label, precision(text), text.data(), parse.name);
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken, "missing or invalid %s number %.*s in %s",
+                          field.label, precision(text), text.data(), parse.name));
 }
 
 const char *refuse_value_of(const Range &range, int32_t value)
 {
     const auto &[parse, field, text] = range;
-    refuse(parse.error, keep_errno, rule_broken,
-           "%s value %d is outside range %d..%d for '%.*s' in '%s'", field.label, value, field.min,
-           wrapping_add(field.bound, -1), precision(text), text.data(), parse.name);
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken,
+                          "%s value %d is outside range %d..%d for '%.*s' in '%s'", field.label,
+                          value, field.min, wrapping_add(field.bound, -1), precision(text),
+                          text.data(), parse.name));
 }
 
 // Reads a number of a range and moves `at` past it; false without digits, and for "-0".
@@ -55,15 +54,14 @@ const char *read_range_end(const Range &range, const char *at, int32_t low)
     int32_t high = 0;
     if (!read_range_number(at, high)) return refuse_number_of(range);
     if (!is_within(high, low, field.bound)) {
-        refuse(parse.error, keep_errno, rule_broken,
-               "%s value %d is outside range %d..%d for '%.*s' in '%s", field.label, high, low,
-               wrapping_add(field.bound, -1), precision(text), text.data(), parse.name);
-        return nullptr;
+        return no_part(refuse(parse.error, rule_broken,
+                              "%s value %d is outside range %d..%d for '%.*s' in '%s", field.label,
+                              high, low, wrapping_add(field.bound, -1), precision(text),
+                              text.data(), parse.name));
     }
     if (*at == ']') return at + 1;
-    refuse(parse.error, keep_errno, rule_broken, "%s range %.*s has invalid extra trailer in %s",
-           field.label, precision(text), text.data(), parse.name);
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken, "%s range %.*s has invalid extra trailer in %s",
+                          field.label, precision(text), text.data(), parse.name));
 }
 
 // ",2,3]" after "[1"; a comma may be missing, and one may come before the "]".
@@ -77,20 +75,17 @@ const char *read_range_list(const Range &range, const char *at)
         if (!is_within(value, field.min, field.bound)) return refuse_value_of(range, value);
     }
     if (*at == ']') return at + 1;
-    refuse(parse.error, keep_errno, rule_broken, "%s range %.*s is invalid in %s", field.label,
-           precision(text), text.data(), parse.name);
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken, "%s range %.*s is invalid in %s", field.label,
+                          precision(text), text.data(), parse.name));
 }
 
 // "[0-3]" or "[0,2,5]"; the numbers are checked, but not kept.
 const char *parse_field_range(const NameParse &parse, const char *open, Field field)
 {
     const char *const close = std::strchr(open, ']');
-    if (close == nullptr) {
-        refuse(parse.error, keep_errno, rule_broken, "missing ending brace ] for %s in %s",
-               field.label, parse.name);
-        return nullptr;
-    }
+    if (close == nullptr)
+        return no_part(refuse(parse.error, rule_broken, "missing ending brace ] for %s in %s",
+                              field.label, parse.name));
     const size_t quoted = std::min(static_cast<size_t>(close - open), longest_quoted_range);
     const Range range{parse, field, {open, quoted}};
     const char *at = open + 1;
@@ -100,10 +95,9 @@ const char *parse_field_range(const NameParse &parse, const char *open, Field fi
     if (*at == '-') return read_range_end(range, at + 1, first);
     if (*at == ',') return read_range_list(range, at);
     // [1]
-    refuse(parse.error, keep_errno, rule_broken,
-           "%s has invalid range format %.*s in %s , use [n-m] or [n,m] format", field.label,
-           precision(range.text), open, parse.name);
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken,
+                          "%s has invalid range format %.*s in %s , use [n-m] or [n,m] format",
+                          field.label, precision(range.text), open, parse.name));
 }
 
 }  // namespace
@@ -131,22 +125,20 @@ const char *parse_wildcard_or_range(int32_t &value, const NameParse &parse, cons
 const char *refuse_number(const NameParse &parse, const char *at, Field field)
 {
     const bool is_empty = *at == '\0';
-    refuse(parse.error, keep_errno, rule_broken, "missing or invalid %s number %s%s%sin '%s'",
-           field.label, is_empty ? "" : "'", at, is_empty ? "" : "' ", parse.name);
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken, "missing or invalid %s number %s%s%sin '%s'",
+                          field.label, is_empty ? "" : "'", at, is_empty ? "" : "' ", parse.name));
 }
 
 const char *refuse_value(const NameParse &parse, const char *at, Field field)
 {
-    refuse(parse.error, keep_errno, rule_broken, "%s value outside range %d..%d for '%s' in '%s'",
-           field.label, field.min, wrapping_add(field.bound, -1), at, parse.name);
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken,
+                          "%s value outside range %d..%d for '%s' in '%s'", field.label, field.min,
+                          wrapping_add(field.bound, -1), at, parse.name));
 }
 
 const char *refuse_dash(const NameParse &parse, const char *at)
 {
-    refuse(parse.error, keep_errno, rule_broken, "invalid input '%s' for '%s'", at, parse.name);
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken, "invalid input '%s' for '%s'", at, parse.name));
 }
 
 }  // namespace orvex

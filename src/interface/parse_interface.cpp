@@ -6,11 +6,9 @@
 #include <cstring>
 
 #include "interface/name_parse.h"
-#include "interface/parse_4_level_chassis.h"
 #include "interface/parse_field_number.h"
 #include "interface/product.h"
 #include "interface/slots.h"
-#include "interface/units.h"
 #include "text/characters.h"
 #include "text/insist.h"
 
@@ -54,26 +52,20 @@ int find_type(const NameParse &parse, Type &type)
 {
     bool has_dash = false;
     type.length = type_length(parse.name, has_dash);
-    if (!has_dash && parse.has(PARSE_IF_RANGES)) {
-        return refuse(parse.error, keep_errno, not_this_form, "invalid interface name in %s",
-                      parse.name);
-    }
-    if (type.length == 0) {
-        return refuse(parse.error, keep_errno, not_this_form, "invalid interface type: %s",
-                      parse.name);
-    }
+    if (!has_dash && parse.has(PARSE_IF_RANGES))
+        return refuse(parse.error, not_this_form, "invalid interface name in %s", parse.name);
+    if (type.length == 0)
+        return refuse(parse.error, not_this_form, "invalid interface type: %s", parse.name);
     type.entry = interface_info_byname(parse.name, type.length);
     if (type.entry != nullptr) return ok;
-    if (parse.has(PARSE_IF_RANGES)) {
-        return refuse(parse.error, keep_errno, not_this_form,
-                      "invalid interface-type for ranges in %s", parse.name);
-    }
+    if (parse.has(PARSE_IF_RANGES))
+        return refuse(parse.error, not_this_form, "invalid interface-type for ranges in %s",
+                      parse.name);
     if (parse.has(PARSE_IF_ALLOW_ALL) && std::strcmp(parse.name, "all") == 0) return ok;
     type.length = std::strlen(parse.name);
     type.entry = interface_info_byname(parse.name, type.length);
     if (type.entry != nullptr) return ok;
-    return refuse(parse.error, keep_errno, not_this_form, "invalid interface type in '%s'",
-                  parse.name);
+    return refuse(parse.error, not_this_form, "invalid interface type in '%s'", parse.name);
 }
 
 bool supports_product(const interface_info &entry, uint16_t product_id)
@@ -122,18 +114,16 @@ const char *read_pic_and_port(const NameParse &parse, const interface_info &entr
 // ":1:2:3"
 const char *read_channels(const NameParse &parse, const interface_info &entry, const char *at)
 {
-    if (!parse.has(PARSE_IF_CHANNELS)) {
-        refuse(parse.error, keep_errno, rule_broken, "interface does not support channels: %s",
-               parse.name);
-        return nullptr;
-    }
+    if (!parse.has(PARSE_IF_CHANNELS))
+        return no_part(refuse(parse.error, rule_broken, "interface does not support channels: %s",
+                              parse.name));
     const size_t levels = std::min(size_t{entry.channel_levels}, std::size(entry.channel_bounds));
     size_t level = 0;
     for (; *at == ':'; ++level) {
         if (level >= levels) {
-            refuse(parse.error, keep_errno, rule_broken,
-                   "level of channelization exceeded limit of %d", entry.channel_levels);
-            return nullptr;
+            return no_part(refuse(parse.error, rule_broken,
+                                  "level of channelization exceeded limit of %d",
+                                  entry.channel_levels));
         }
         const Field channel{"channel", 0, entry.channel_bounds[level]};
         at = parse_field_number(parse.record.channels[level], parse, at + 1, channel);
@@ -147,11 +137,9 @@ const char *read_channels(const NameParse &parse, const interface_info &entry, c
 const char *read_direction(const NameParse &parse, const char *at)
 {
     const bool is_known = at[1] == 'r' || at[1] == 't';
-    if (!is_known || at[2] != 'x') {
-        refuse(parse.error, keep_errno, rule_broken, "invalid input '%s' for '%s'",
-               is_known ? at + 2 : at, parse.name);
-        return nullptr;
-    }
+    if (!is_known || at[2] != 'x')
+        return no_part(refuse(parse.error, rule_broken, "invalid input '%s' for '%s'",
+                              is_known ? at + 2 : at, parse.name));
     std::memcpy(parse.record.direction, at, 3);
     return at + 3;
 }
@@ -162,32 +150,34 @@ const char *read_suffix(const NameParse &parse, const interface_info &entry, con
     if (*at == ':') return read_channels(parse, entry, at);
     if (*at == '-') return read_direction(parse, at);
     if (!parse.has(PARSE_IF_NEED_CHANNEL)) return at;
-    refuse(parse.error, keep_errno, rule_broken, "channel number missing: %s", parse.name);
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken, "channel number missing: %s", parse.name));
 }
 
 // ---- The name as a whole ----
 
 int refuse_rest(const NameParse &parse, const char *at)
 {
-    return refuse(parse.error, keep_errno, not_this_form, "invalid trailing input '%s' for '%s'",
-                  at, parse.name);
+    return refuse(parse.error, not_this_form, "invalid trailing input '%s' for '%s'", at,
+                  parse.name);
 }
 
 int refuse_missing(const NameParse &parse, int result, const char *what)
 {
-    return refuse(parse.error, keep_errno, result, "missing or invalid %s in '%s'", what,
-                  parse.name);
+    return refuse(parse.error, result, "missing or invalid %s in '%s'", what, parse.name);
+}
+
+int check_pic_port(const NameParse &parse, int result)
+{
+    if (parse.record.pic == IF_FIELD_ABSENT) return refuse_missing(parse, result, "pic");
+    if (parse.record.port == IF_FIELD_ABSENT) return refuse_missing(parse, result, "port");
+    return ok;
 }
 
 // Returns `ok`, or `result` with a message that calls the first missing number by its name.
 int check_fpc_pic_port(const NameParse &parse, int result)
 {
-    const parsed_interface &record = parse.record;
-    if (record.fpc == IF_FIELD_ABSENT) return refuse_missing(parse, result, "fpc");
-    if (record.pic == IF_FIELD_ABSENT) return refuse_missing(parse, result, "pic");
-    if (record.port == IF_FIELD_ABSENT) return refuse_missing(parse, result, "port");
-    return ok;
+    if (parse.record.fpc == IF_FIELD_ABSENT) return refuse_missing(parse, result, "fpc");
+    return check_pic_port(parse, result);
 }
 
 // A name with ranges ends after its port.
@@ -226,29 +216,25 @@ int check_numbers(const NameParse &parse)
         const bool has_channel =
             !parse.has(PARSE_IF_CHANNELS) && record.channels[0] != IF_FIELD_ABSENT;
         if (!has_pic_or_port(record) && !has_channel) return ok;
-        return refuse(parse.error, keep_errno, rule_broken,
+        return refuse(parse.error, rule_broken,
                       "pic, port, or channel are invalid for management interfaces: %s",
                       parse.name);
     }
     if (parse.has(PARSE_IF_RLSQ)) {
         if (!has_pic_or_port(record)) return ok;
-        return refuse(parse.error, keep_errno, rule_broken,
-                      "pic or port are invalid for rlsq interfaces: %s", parse.name);
+        return refuse(parse.error, rule_broken, "pic or port are invalid for rlsq interfaces: %s",
+                      parse.name);
     }
     if (parse.has(PARSE_IF_NEED_FPC_PIC_PORT)) return check_fpc_pic_port(parse, rule_broken);
-    if (!parse.has(PARSE_IF_EXPANSION_SLOT)) return ok;
-    if (record.pic == IF_FIELD_ABSENT) return refuse_missing(parse, rule_broken, "pic");
-    if (record.port == IF_FIELD_ABSENT) return refuse_missing(parse, rule_broken, "port");
-    return ok;
+    return parse.has(PARSE_IF_EXPANSION_SLOT) ? check_pic_port(parse, rule_broken) : ok;
 }
 
 int parse_name(NameParse &parse, uint32_t mask, bool in_container)
 {
     if (in_container && std::strcmp(parse.name, "lo0") != 0) return ok;
-    if (no_vlan_products.contains(parse.product_id) && std::strcmp(parse.name, "vlan") == 0) {
-        return refuse(parse.error, keep_errno, not_this_form,
+    if (no_vlan_products.contains(parse.product_id) && std::strcmp(parse.name, "vlan") == 0)
+        return refuse(parse.error, not_this_form,
                       "interface type %s is not supported in this plateform", parse.name);
-    }
 
     Type type;
     int result = find_type(parse, type);
@@ -258,10 +244,9 @@ int parse_name(NameParse &parse, uint32_t mask, bool in_container)
         std::memcpy(record.type_name, "all", sizeof "all");
         return ok;
     }
-    if (!supports_product(*type.entry, parse.product_id)) {
-        return refuse(parse.error, keep_errno, rule_broken,
-                      "product does not support interface type in '%s'", parse.name);
-    }
+    if (!supports_product(*type.entry, parse.product_id))
+        return refuse(parse.error, rule_broken, "product does not support interface type in '%s'",
+                      parse.name);
     std::memcpy(record.type_name, parse.name, std::min(type.length, sizeof record.type_name - 1));
     parse.flags = (parse.flags | type.entry->flags) & ~mask;
 
@@ -293,7 +278,7 @@ int parse_interface(const char *name, uint32_t flags, uint32_t mask, parsed_inte
     // Operators' tools know the log message of an empty name, and the line number in it.
     constexpr int known_line = 711;
     orvex::insist(name != nullptr && *name != '\0', "parse_interface", "str && *str", known_line);
-    if (orvex::strip_chassis_name(name, {}, error) != 0) return -1;
+    if (parse_4_level_chassis(&name, nullptr, 0, errbuf, errlen, nullptr) != 0) return -1;
     const bool has_lcc_names = orvex::has_multichassis_naming();
     orvex::reset(*result);
     orvex::NameParse parse{name, flags, error, *result, product_id, has_lcc_names};

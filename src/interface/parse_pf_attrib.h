@@ -10,14 +10,8 @@ namespace orvex {
 
 // Fields of parse_pf_attrib, for concurrent first calls. The program may write the record too, so
 // it is a plain one.
-inline std::atomic_ref<uint8_t> is_l2ng_product()
-{
-    return std::atomic_ref(parse_pf_attrib.is_l2ng_product);
-}
-inline std::atomic_ref<int32_t> max_ifl_subunit()
-{
-    return std::atomic_ref(parse_pf_attrib.max_ifl_subunit);
-}
+inline auto is_l2ng_product() { return std::atomic_ref(parse_pf_attrib.is_l2ng_product); }
+inline auto max_ifl_subunit() { return std::atomic_ref(parse_pf_attrib.max_ifl_subunit); }
 
 // Reads both attributes from the platform, unless the record is marked loaded, and marks it,
 // whatever the reads gave.

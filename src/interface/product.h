@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 
 namespace orvex {
 
@@ -22,20 +23,12 @@ inline uint16_t read_product_id()
     return product != nullptr ? product->product_id : uint16_t{0};
 }
 
-struct ProductRange {
-    uint16_t first;
-    uint16_t last;
-};
-
 // A set of product identifiers.
 class ProductSet {
    public:
-    template <size_t count>
-    constexpr explicit ProductSet(const ProductRange (&ranges)[count])
+    constexpr ProductSet(std::initializer_list<uint16_t> ids)
     {
-        for (const ProductRange range : ranges)
-            for (uint32_t id = range.first; id <= range.last; ++id)
-                words_[id / 64] |= uint64_t{1} << id % 64;
+        for (const uint16_t id : ids) words_[id / 64] |= uint64_t{1} << id % 64;
     }
 
     [[nodiscard]] constexpr bool contains(uint16_t id) const
@@ -48,58 +41,21 @@ class ProductSet {
 };
 
 // Products without the interface "vlan".
-inline constexpr ProductSet no_vlan_products({
-    {52, 62},
-    {64, 70},
-    {72, 74},
-    {79, 79},
-    {92, 92},
-    {102, 106},
-    {110, 110},
-    {118, 118},
-    {127, 127},
-    {139, 139},
-    {180, 191},
-    {198, 198},
-    {200, 201},
-    {205, 214},
-    {221, 226},
-    {248, 248},
-});
+inline constexpr ProductSet no_vlan_products = {
+    52,  53,  54,  55,  56,  57,  58,  59,  60,  61,  62,  64,  65,  66,  67,  68,
+    69,  70,  72,  73,  74,  79,  92,  102, 103, 104, 105, 106, 110, 118, 127, 139,
+    180, 181, 182, 183, 184, 185, 186, 187, 188, 189, 190, 191, 198, 200, 201, 205,
+    206, 207, 208, 209, 210, 211, 212, 213, 214, 221, 222, 223, 224, 225, 226, 248};
 
 // Products on which units of every type are large.
-inline constexpr ProductSet large_unit_products({
-    {84, 84},
-    {96, 96},
-    {136, 136},
-    {142, 148},
-    {157, 160},
-    {165, 166},
-    {168, 168},
-    {172, 175},
-    {177, 178},
-    {202, 204},
-    {242, 243},
-    {253, 253},
-    {260, 260},
-    {268, 268},
-});
+inline constexpr ProductSet large_unit_products = {
+    84,  96,  136, 142, 143, 144, 145, 146, 147, 148, 157, 158, 159, 160, 165, 166,
+    168, 172, 173, 174, 175, 177, 178, 202, 203, 204, 242, 243, 253, 260, 268};
 
 // Products on which units of the types "at" and "irb" are larger than elsewhere.
-inline constexpr ProductSet at_irb_products({
-    {21, 21},
-    {33, 33},
-    {48, 48},
-    {88, 89},
-    {120, 123},
-    {128, 128},
-    {137, 138},
-    {149, 152},
-    {161, 161},
-    {170, 170},
-    {215, 218},
-    {229, 230},
-});
+inline constexpr ProductSet at_irb_products = {21,  33,  48,  88,  89,  120, 121, 122,
+                                               123, 128, 137, 138, 149, 150, 151, 152,
+                                               161, 170, 215, 216, 217, 218, 229, 230};
 
 }  // namespace orvex
 

@@ -65,8 +65,7 @@ const char *read_lcc(int32_t &lcc, const NameParse &parse, const char *at)
     const int32_t bound = wrapping_add(static_cast<int32_t>(size), -1);
     at = read_first_slot(lcc, parse, at, "lcc", bound);
     if (at == nullptr || !is_wildcard_value(lcc)) return at;
-    refuse(parse.error, keep_errno, rule_broken, "wildcarding not allowed for lcc");
-    return nullptr;
+    return no_part(refuse(parse.error, rule_broken, "wildcarding not allowed for lcc"));
 }
 
 // "lcc/fpc": the record gets the FPC's number in the whole system.
@@ -81,11 +80,9 @@ const char *read_lcc(int32_t &lcc, const NameParse &parse, const char *at)
     if (end == nullptr)
         end = parse_field_number(fpc, parse, at, {"fpc", 0, chassis_get_max_fpc_slots()});
     if (end == nullptr) return nullptr;
-    if (is_wildcard_value(fpc)) {
-        refuse(parse.error, keep_errno, rule_broken,
-               "wildcarding not allowed for fpc when lcc is specified");
-        return nullptr;
-    }
+    if (is_wildcard_value(fpc))
+        return no_part(refuse(parse.error, rule_broken,
+                              "wildcarding not allowed for fpc when lcc is specified"));
     const bool global = chassis_uses_global_slots_a() != 0 || chassis_uses_global_slots_b() != 0;
     fpc = global ? chassis_local_slot_to_global_slot(fpc, lcc)
                  : chassis_lcc_slot_to_scc_slot(lcc, fpc);
@@ -103,17 +100,19 @@ const char *read_optional_number(int32_t &value, const NameParse &parse, const c
 
 }  // namespace
 
-bool load_multichassis_naming()
+bool has_multichassis_naming()
 {
+    const int32_t known = multichassis_naming.load(std::memory_order_acquire);
+    if (known != -1) [[likely]]
+        return known == 1;
     const bool naming = chassis_is_switch_chassis() != 0 || chassis_is_line_card_chassis() != 0;
     multichassis_naming.store(naming ? 1 : 0, std::memory_order_release);
     return naming;
 }
 
-uint32_t virtual_pic_slots(const char *name, const interface_info &entry)
+int32_t pic_bound(const NameParse &parse, const interface_info &entry)
 {
-    if (is_virtual_fpc_name(name)) return get_virtual_fpc_picslots(interface_info_index(&entry));
-    return entry.pic_slots;
+    return static_cast<int32_t>(get_fpc_picslots_byname(parse.name, &entry));
 }
 
 const char *read_expansion_slot(const NameParse &parse, const interface_info &entry, const char *at)
@@ -135,5 +134,7 @@ const char *read_fpc(const NameParse &parse, const char *at)
 
 uint32_t get_fpc_picslots_byname(const char *name, const interface_info *entry)
 {
-    return orvex::pic_slots(name, *entry);
+    if (orvex_product_info_is_virtual_fpc_enabled() == 0 || !orvex::is_virtual_fpc_name(name))
+        return entry->pic_slots;
+    return get_virtual_fpc_picslots(interface_info_index(entry));
 }

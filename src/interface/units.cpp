@@ -1,5 +1,3 @@
-#include "interface/units.h"
-
 #include <orvex/parse.h>
 #include <orvex/platform.h>
 
@@ -56,26 +54,22 @@ bool is_extra_unit(const NameParse &parse, int32_t unit)
 
 const char *read_unit(const NameParse &parse, const char *at)
 {
-    if (parse.has(PARSE_IF_NO_UNIT)) {
-        refuse(parse.error, keep_errno, rule_broken, "unit number is not appropriate: %s",
-               parse.name);
-        return nullptr;
-    }
+    if (parse.has(PARSE_IF_NO_UNIT))
+        return no_part(
+            refuse(parse.error, rule_broken, "unit number is not appropriate: %s", parse.name));
     int32_t &unit = parse.record.unit;
     const char *const end = parse_field_number(unit, parse, at + 1, {"unit", 0, 0});
     if (end == nullptr) return nullptr;
     if (unit > last_reserved_unit) {
-        refuse(parse.error, keep_errno, rule_broken,
-               "unit number is not within the range 0-%d, %d-%d in '%s'", max_vtnet_unit,
-               first_reserved_unit, last_reserved_unit, parse.name);
-        return nullptr;
+        return no_part(refuse(parse.error, rule_broken,
+                              "unit number is not within the range 0-%d, %d-%d in '%s'",
+                              max_vtnet_unit, first_reserved_unit, last_reserved_unit, parse.name));
     }
     if (parse.product_id == attribute_product) load_platform_attributes();
     const int32_t max = max_unit(parse.record.type_name, parse.product_id);
     if (parse.has(PARSE_IF_NO_UNIT_MAX) || unit <= max || is_extra_unit(parse, unit)) return end;
-    refuse(parse.error, keep_errno, rule_broken, "unit number is larger than %d in '%s'", max,
-           parse.name);
-    return nullptr;
+    return no_part(
+        refuse(parse.error, rule_broken, "unit number is larger than %d in '%s'", max, parse.name));
 }
 
 void set_default_unit(const NameParse &parse)

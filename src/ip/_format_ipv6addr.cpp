@@ -24,12 +24,6 @@ struct Ipv6Value {
     const uint8_t *mask;  // null: none
 };
 
-size_t out_of_room()
-{
-    errno = ENOSPC;
-    return 0;
-}
-
 // Writes an address in the fixed-width form, and a terminator.
 char *put_fixed_width(char *at, const uint8_t *address)
 {
@@ -48,17 +42,11 @@ size_t format_fixed_width(const Ipv6Value &value, char *buf, size_t buflen)
         buf, buflen, [&value](char *at) { return put_fixed_width(at, value.address); });
     if (length >= buflen) return out_of_room();
     if (value.pfxseen) {
-        length +=
-            write_text<1 + decimal_room + 1>(buf + length, buflen - length, [&value](char *at) {
-                *at++ = '/';
-                return put_decimal(at, value.pfxlen, 4);
-            });
+        length = append_after_slash<decimal_room + 1>(
+            buf, buflen, length, [&value](char *at) { return put_decimal(at, value.pfxlen, 4); });
     } else if (value.mask != nullptr) {
-        length += write_text<1 + fixed_width_length + 1>(buf + length, buflen - length,
-                                                         [&value](char *at) {
-                                                             *at++ = '/';
-                                                             return put_fixed_width(at, value.mask);
-                                                         });
+        length = append_after_slash<fixed_width_length + 1>(
+            buf, buflen, length, [&value](char *at) { return put_fixed_width(at, value.mask); });
     }
     if (length >= buflen) return out_of_room();
     std::memset(buf + length, 0, buflen - length);
@@ -84,11 +72,8 @@ size_t format_compressed(const Ipv6Value &value, char *buf, size_t buflen)
     size_t length = write_whole_ipv6(buf, buflen, value.address);
     if (length == 0) return out_of_room();
     if (value.pfxseen) {
-        length +=
-            write_text<1 + decimal_room + 1>(buf + length, buflen - length, [&value](char *at) {
-                *at++ = '/';
-                return put_decimal(at, value.pfxlen);
-            });
+        length = append_after_slash<decimal_room + 1>(
+            buf, buflen, length, [&value](char *at) { return put_decimal(at, value.pfxlen); });
     } else if (value.mask != nullptr) {
         if (length + 1 == buflen) return out_of_room();
         buf[length++] = '/';

@@ -16,33 +16,32 @@
 
 namespace orvex {
 
-// A text to read, and where to store what is read. After a failure the outputs hold what was read
-// before it.
+// A text to read, and what is read. After a failure the outputs hold what was read before it.
 struct AddressRequest {
     const char *str;
     uint32_t flags;    // PARSE_IPADDR_ bits
     uint8_t *address;  // 4 or 16 bytes, as has the mask
-    int *pfxseen;
-    uint32_t *pfxlen;
-    int *maskseen;
     uint8_t *mask;
     ErrorText error;
+    bool pfxseen = false;
+    bool maskseen = false;
+    uint32_t pfxlen = 0;
 
     [[nodiscard]] bool has(uint32_t flag) const { return (flags & flag) != 0; }
 };
 
 // Return 0, not_this_form or rule_broken.
-int parse_ipv4_addr(const AddressRequest &request);
-int parse_ipv6_addr(const AddressRequest &request);
+int parse_ipv4_addr(AddressRequest &request);
+int parse_ipv6_addr(AddressRequest &request);
 
 // "default" and "all" are the zero prefix.
-inline bool read_zero_prefix(const AddressRequest &request, size_t address_size)
+inline bool read_zero_prefix(AddressRequest &request, size_t address_size)
 {
     if (std::strcmp(request.str, "default") != 0 && std::strcmp(request.str, "all") != 0)
         return false;
     std::memset(request.address, 0, address_size);
-    *request.pfxlen = 0;
-    *request.pfxseen = 1;
+    request.pfxlen = 0;
+    request.pfxseen = true;
     return true;
 }
 
@@ -71,8 +70,8 @@ inline std::string_view address_text(const AddressRequest &request)
 // Converts an unsigned number. A text that begins with "-" converts nothing.
 inline Conversion<uint32_t> convert_unsigned(const char *text, Base base)
 {
-    if (*text == '-') return {0, text, false};
-    return convert_any<uint32_t>(text, base);
+    if (!is_digit(*text) && !is_space(*text) && *text != '+') return {0, text, false};
+    return convert<uint32_t>(text, base);
 }
 
 // Converts the number of a prefix length, or the first one of a mask, which `mask_mark` follows.
@@ -92,42 +91,42 @@ inline bool has_mask_mark(const char *rest, char mask_mark)
 }
 
 // Stores and checks a prefix length: `number` as converted from `suffix`.
-inline int read_prefix_length(const AddressRequest &request, const char *suffix,
+inline int read_prefix_length(AddressRequest &request, const char *suffix,
                               Conversion<uint32_t> number, uint32_t bits)
 {
-    *request.pfxlen = number.value;
+    request.pfxlen = number.value;
     // "/", "/x", "/-1"
     if (number.end == suffix) {
         const bool quoted = *suffix != '\0';
-        return refuse(request.error, EINVAL, rule_broken,
-                      "missing or invalid prefix length %s%s%sin address '%s'", quoted ? "'" : "",
-                      suffix, quoted ? "' " : "", request.str);
+        return refuse_invalid(request.error, rule_broken,
+                              "missing or invalid prefix length %s%s%sin address '%s'",
+                              quoted ? "'" : "", suffix, quoted ? "' " : "", request.str);
     }
     // "/8x"
     if (*number.end != '\0')
-        return refuse(request.error, EINVAL, rule_broken, "invalid input at '%s' in address '%s'",
-                      number.end, request.str);
+        return refuse_invalid(request.error, rule_broken, "invalid input at '%s' in address '%s'",
+                              number.end, request.str);
     // "/33"
     if (number.value > bits) {
-        return refuse(request.error, EINVAL, rule_broken,
-                      "prefix length '%lu' is larger than %u in address '%s'",
-                      static_cast<unsigned long>(number.value), bits, request.str);
+        return refuse_invalid(request.error, rule_broken,
+                              "prefix length '%lu' is larger than %u in address '%s'",
+                              static_cast<unsigned long>(number.value), bits, request.str);
     }
-    *request.pfxseen = 1;
+    request.pfxseen = true;
     return 0;
 }
 
 inline int refuse_mask(const AddressRequest &request, const char *suffix)
 {
-    return refuse(request.error, EINVAL, rule_broken, "invalid input at '%c%s' in address '%s'",
-                  '/', suffix, request.str);
+    return refuse_invalid(request.error, rule_broken, "invalid input at '%c%s' in address '%s'",
+                          '/', suffix, request.str);
 }
 
 inline int refuse_missing_prefix(const AddressRequest &request)
 {
-    return refuse(request.error, EINVAL, rule_broken,
-                  "missing required prefix length %sin address '%s'",
-                  request.has(PARSE_IPADDR_MASK_OK) ? "or mask " : "", request.str);
+    return refuse_invalid(request.error, rule_broken,
+                          "missing required prefix length %sin address '%s'",
+                          request.has(PARSE_IPADDR_MASK_OK) ? "or mask " : "", request.str);
 }
 
 }  // namespace orvex

@@ -42,12 +42,6 @@ const Keyword *find_keyword(const uint8_t *mask)
     return nullptr;
 }
 
-size_t out_of_room()
-{
-    errno = ENOSPC;
-    return 0;
-}
-
 size_t write_keyword(const Keyword &keyword, char *buf, size_t buflen)
 {
     const size_t length = keyword.text.size();
@@ -76,16 +70,11 @@ size_t write_ipv4(const Ipv4Value &value, char *buf, size_t buflen)
         buf, buflen, [&value](char *at) { return put_quad(at, value.address); });
     if (length >= buflen) return out_of_room();
     if (value.pfxseen) {
-        length += write_text<1 + 3 + 1>(buf + length, buflen - length, [&value](char *at) {
-            *at++ = '/';
-            return put_length(at, value.pfxlen);
-        });
+        length = append_after_slash<3 + 1>(
+            buf, buflen, length, [&value](char *at) { return put_length(at, value.pfxlen); });
     } else if (value.mask != nullptr) {
-        length +=
-            write_text<1 + longest_quad + 1>(buf + length, buflen - length, [&value](char *at) {
-                *at++ = '/';
-                return put_quad(at, value.mask);
-            });
+        length = append_after_slash<longest_quad + 1>(
+            buf, buflen, length, [&value](char *at) { return put_quad(at, value.mask); });
     }
     return length < buflen ? length : out_of_room();
 }

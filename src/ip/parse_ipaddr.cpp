@@ -95,25 +95,20 @@ int check_class(uint32_t family, const AddressRequest &request)
 {
     const uint8_t *const address = request.address;
     if (request.has(PARSE_IPADDR_MULTICAST) && !is_multicast(family, address))
-        return refuse(request.error, keep_errno, rule_broken, "invalid multicast address - '%s'",
-                      request.str);
+        return refuse(request.error, rule_broken, "invalid multicast address - '%s'", request.str);
     if (request.has(PARSE_IPADDR_NO_MARTIAN) && is_martian(family, address))
-        return refuse(request.error, keep_errno, rule_broken, "martian address not allowed - '%s'",
+        return refuse(request.error, rule_broken, "martian address not allowed - '%s'",
                       request.str);
     if (request.has(PARSE_IPADDR_UNICAST) && !is_unicast(family, address))
-        return refuse(request.error, keep_errno, rule_broken, "invalid unicast address - '%s'",
-                      request.str);
+        return refuse(request.error, rule_broken, "invalid unicast address - '%s'", request.str);
     return 0;
 }
 
-// Used in place of the outputs that a caller leaves null.
-struct OwnOutputs {
-    uint8_t address[ipv6_size];
-    uint8_t mask[ipv6_size];
-    int pfxseen;
-    uint32_t pfxlen;
-    int maskseen;
-};
+int refuse_size(const AddressRequest &request, const char *output)
+{
+    errno = ENOSPC;
+    return refuse(request.error, rule_broken, "'%s' not large enough to hold result", output);
+}
 
 }  // namespace
 }  // namespace orvex
@@ -138,9 +133,6 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
     AddressRequest request{.str = str,
                            .flags = flags,
                            .address = static_cast<uint8_t *>(address),
-                           .pfxseen = pfxseen,
-                           .pfxlen = pfxlen,
-                           .maskseen = maskseen,
                            .mask = static_cast<uint8_t *>(mask),
                            .error = {errbuf, errlen}};
     uint32_t own_af = 0;
@@ -150,26 +142,26 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
     if (*af == 0) [[unlikely]]
         *af = std::strchr(request.str, ':') != nullptr ? PARSE_AF_INET6 : PARSE_AF_INET;
     const uint32_t family = base_family(*af);
-    if (family == 0)
-        return refuse(request.error, PARSE_EAFNOSUPPORT, not_this_form,
-                      "unsupported address family");
+    if (family == 0) {
+        errno = PARSE_EAFNOSUPPORT;
+        return refuse(request.error, not_this_form, "unsupported address family");
+    }
 
     const size_t size = family == PARSE_AF_INET ? ipv4_size : ipv6_size;
-    if (request.address != nullptr && address_len < size)
-        return refuse(request.error, ENOSPC, rule_broken,
-                      "'address' not large enough to hold result");
-    if (request.mask != nullptr && mask_len < size)
-        return refuse(request.error, ENOSPC, rule_broken, "'mask' not large enough to hold result");
+    if (request.address != nullptr && address_len < size) return refuse_size(request, "address");
+    if (request.mask != nullptr && mask_len < size) return refuse_size(request, "mask");
 
-    OwnOutputs own;
-    if (request.address == nullptr) request.address = own.address;
-    if (request.pfxseen == nullptr) request.pfxseen = &own.pfxseen;
-    if (request.pfxlen == nullptr) request.pfxlen = &own.pfxlen;
-    if (request.maskseen == nullptr) request.maskseen = &own.maskseen;
-    if (request.mask == nullptr) request.mask = own.mask;
+    // Used in place of the outputs that a caller leaves null.
+    std::array<uint8_t, ipv6_size> own_address;
+    std::array<uint8_t, ipv6_size> own_mask;
+    if (request.address == nullptr) request.address = own_address.data();
+    if (request.mask == nullptr) request.mask = own_mask.data();
 
     const int result =
         family == PARSE_AF_INET ? parse_ipv4_addr(request) : parse_ipv6_addr(request);
+    if (pfxseen != nullptr) *pfxseen = request.pfxseen ? 1 : 0;
+    if (pfxlen != nullptr) *pfxlen = request.pfxlen;
+    if (maskseen != nullptr) *maskseen = request.maskseen ? 1 : 0;
     if (result != 0 || !request.has(class_flags)) return result;
     return check_class(family, request);
 }

@@ -22,34 +22,32 @@ constexpr size_t ipv4_text_size = 32;
 // The part of a text that gives four bytes: the address, or the mask after the "/".
 struct BytesText {
     const AddressRequest &request;
-    const char *start;
+    std::string_view whole;
 
-    [[nodiscard]] bool is_mask() const { return start != request.str; }
+    [[nodiscard]] bool is_mask() const { return whole.data() != request.str; }
     [[nodiscard]] const char *subject() const { return is_mask() ? "ip netmask" : "ip address"; }
-
-    [[nodiscard]] bool ends_at(const char *at) const
-    {
-        return *at == '\0' || (!is_mask() && ends_address(request, at));
-    }
-
-    [[nodiscard]] std::string_view whole() const
-    {
-        return is_mask() ? start : address_text(request);
-    }
-
+    [[nodiscard]] bool ends_at(const char *at) const { return at == whole.data() + whole.size(); }
     [[nodiscard]] std::string_view from(const char *at) const
     {
         // substr may throw, which needs the C++ run-time library.
-        const std::string_view text = whole();
-        return {at, static_cast<size_t>(text.data() + text.size() - at)};
+        return {at, static_cast<size_t>(whole.data() + whole.size() - at)};
     }
 };
 
 int refuse_rest(const BytesText &text, const char *at)
 {
-    return refuse_with_pieces(
-        text.request.error, EINVAL, *at == '/' ? rule_broken : not_this_form,
-        {"invalid input at '", text.from(at), "' in ", text.subject(), " '", text.whole(), "'"});
+    return refuse_invalid_pieces(
+        text.request.error, *at == '/' ? rule_broken : not_this_form,
+        {"invalid input at '", text.from(at), "' in ", text.subject(), " '", text.whole, "'"});
+}
+
+// A message about the whole text, which begins with `fault`, and may quote a part of it.
+int refuse_bytes(const BytesText &text, int result, std::string_view fault,
+                 std::string_view quoted = {}, std::string_view after_quoted = {})
+{
+    return refuse_invalid_pieces(
+        text.request.error, result,
+        {fault, quoted, after_quoted, text.subject(), ": '", text.whole, "'"});
 }
 
 // "0xffffff00"
@@ -57,12 +55,10 @@ int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     const auto number = convert<uint32_t>(at, Base::hexadecimal);
     // All ones may be what an overflow saturates to: they count in their shortest spelling only.
-    const bool is_shortest = text.whole().size() == std::strlen("0xffffffff");
+    const bool is_shortest = text.whole.size() == std::strlen("0xffffffff");
     // "0x", "0x0ffffffff", "0x100000000"
     if (!is_hex_digit(at[2]) || (number.value == UINT32_MAX && !is_shortest))
-        return refuse_with_pieces(
-            text.request.error, EINVAL, not_this_form,
-            {"invalid hexadecimal ", text.subject(), ": '", text.whole(), "'"});
+        return refuse_bytes(text, not_this_form, "invalid hexadecimal ");
     store_be32(bytes, number.value);
     at = number.end;
     return text.ends_at(at) ? 0 : refuse_rest(text, at);
@@ -95,88 +91,77 @@ int result_of_large_group(const BytesText &text, const char *at)
     return text.ends_at(at) ? rule_broken : not_this_form;
 }
 
-int read_any_group(const BytesText &text, const char *&at, uint8_t &byte)
+int read_group(const BytesText &text, const char *&at, uint8_t &byte)
 {
+    const char *const start = at;
+    uint32_t octet = 0;
+    if (read_octet<LeadingZeros::allowed>(at, octet) && !is_digit(*at)) {
+        byte = static_cast<uint8_t>(octet);
+        return 0;
+    }
+    at = start;
     const auto number = convert_group(text, at);
     // "x", "1..2", "-1", "99999999999"
-    if (number.end == at) {
-        return refuse_with_pieces(text.request.error, EINVAL, not_this_form,
-                                  {"invalid input at '", text.from(at), "' in ", text.subject(),
-                                   ": '", text.whole(), "'"});
-    }
+    if (number.end == at)
+        return refuse_bytes(text, not_this_form, "invalid input at '", text.from(at), "' in ");
     // "256"
     if (number.value > UINT8_MAX) {
-        return refuse(text.request.error, EINVAL, result_of_large_group(text, number.end),
-                      "invalid value '%lu' in %s: '%.*s'", static_cast<unsigned long>(number.value),
-                      text.subject(), precision(text.whole()), text.start);
+        std::array<char, decimal_room + 1> value;
+        const char *const end = put_decimal(value.data(), number.value);
+        return refuse_bytes(text, result_of_large_group(text, number.end), "invalid value '",
+                            {value.data(), end}, "' in ");
     }
     byte = static_cast<uint8_t>(number.value);
     at = number.end;
     return 0;
 }
 
-// Reads octets joined by ".", four at most, and moves `at` past them. Returns how many.
-inline size_t read_octets(const char *&at, uint8_t *bytes)
+// "10.1", "10." or "1. 2.+3.0004"
+int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
 {
-    const char *cursor = at;
-    for (size_t count = 0;; ++cursor) {
-        uint32_t octet = 0;
-        if (!read_octet<LeadingZeros::allowed>(cursor, octet)) return count;
-        const bool is_last = count == ipv4_size - 1 || *cursor != '.';
-        if (is_last && is_digit(*cursor)) return count;
-        bytes[count++] = static_cast<uint8_t>(octet);
-        at = cursor;
-        if (is_last) return count;
-    }
-}
-
-// Reads on after `count` octets: groups in other spellings, and the end. Out of line, as nearly all
-// texts are four octets.
-[[gnu::noinline]] int read_more_groups(const BytesText &text, const char *&at, uint8_t *bytes,
-                                       size_t count)
-{
-    for (; count < ipv4_size && (count == 0 || *at == '.'); ++count) {
-        if (count > 0 && text.ends_at(++at)) break;
-        const int result = read_any_group(text, at, bytes[count]);
+    size_t count = 0;
+    do {
+        const int result = read_group(text, at, bytes[count++]);
         if (result != 0) return result;
-    }
+    } while (count < ipv4_size && *at == '.' && !text.ends_at(++at));
     // "1.2.3.4.", "1.2.3.4.5", "1x", "10.0.0.0/8"
     if (!text.ends_at(at)) return refuse_rest(text, at);
     // "10.1"
     if (text.request.has(PARSE_IPADDR_ALL_BYTES) && count < ipv4_size)
-        return refuse_with_pieces(
-            text.request.error, EINVAL, rule_broken,
-            {"missing information in ", text.subject(), ": '", text.whole(), "'"});
+        return refuse_bytes(text, rule_broken, "missing information in ");
     return 0;
 }
 
-// "10.1.2.3", "10.1" or "10."
-inline int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
+// An address or a mask in any form.
+int read_any_bytes(const BytesText &text, const char *&at, uint8_t *bytes)
 {
-    const size_t count = read_octets(at, bytes);
-    if (count == ipv4_size && text.ends_at(at)) [[likely]]
-        return 0;
-    return read_more_groups(text, at, bytes, count);
-}
-
-// Reads an address or a mask, and moves `at` to its end.
-inline int read_bytes(const AddressRequest &request, const char *&at, uint8_t *bytes)
-{
-    const BytesText text{request, at};
     // "", "/8"
     if (text.ends_at(at))
-        return refuse(request.error, EINVAL, not_this_form, "%s is not specified", text.subject());
+        return refuse_invalid(text.request.error, not_this_form, "%s is not specified",
+                              text.subject());
     std::memset(bytes, 0, ipv4_size);
-    if (at[0] == '0' && at[1] == 'x') [[unlikely]]
-        return read_hexadecimal(text, at, bytes);
-    if (request.has(PARSE_IPADDR_INTEGER_OK) && read_integer(text, at, bytes)) return 0;
+    if (at[0] == '0' && at[1] == 'x') return read_hexadecimal(text, at, bytes);
+    if (text.request.has(PARSE_IPADDR_INTEGER_OK) && read_integer(text, at, bytes)) return 0;
     return read_groups(text, at, bytes);
+}
+
+// Reads a dotted quad that is the whole address or mask, and moves `at` to its end.
+inline bool read_whole_quad(const AddressRequest &request, const char *&at, uint8_t *bytes)
+{
+    const bool is_mask = at != request.str;
+    const char *end = at;
+    uint32_t quad = 0;
+    if (!read_dotted_quad<LeadingZeros::allowed>(end, quad)) return false;
+    if (is_mask ? *end != '\0' : !ends_address(request, end)) return false;
+    store_be32(bytes, quad);
+    at = end;
+    return true;
 }
 
 // ---- The whole text ----
 
 // "any-unicast" and "any-multicast" are address zero with a keyword's word in place of the mask.
-bool read_any_keyword(const AddressRequest &request)
+bool read_any_keyword(AddressRequest &request)
 {
     std::memset(request.address, 0, ipv4_size);
     std::memset(request.mask, 0, ipv4_size);
@@ -185,20 +170,22 @@ bool read_any_keyword(const AddressRequest &request)
     if (std::strcmp(request.str, "any-multicast") == 0) word = IPADDR_ANY_MULTICAST;
     if (word == 0) return false;
     std::memcpy(request.mask, &word, sizeof word);
-    *request.maskseen = 1;
+    request.maskseen = true;
     return true;
 }
 
-int read_mask(const AddressRequest &request, const char *suffix)
+int read_mask(AddressRequest &request, const char *suffix)
 {
     if (!request.has(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
-    const int result = read_bytes(request, suffix, request.mask);
-    if (result == 0) *request.maskseen = 1;
+    int result = 0;
+    if (!read_whole_quad(request, suffix, request.mask))
+        result = read_any_bytes({request, suffix}, suffix, request.mask);
+    if (result == 0) request.maskseen = true;
     return result;
 }
 
 // What follows the "/": "8", "010", "0x18" or "255.0.0.0"
-int read_suffix(const AddressRequest &request, const char *suffix)
+int read_suffix(AddressRequest &request, const char *suffix)
 {
     const auto number = convert_suffix(suffix, Base::from_prefix, '.');
     if (has_mask_mark(number.end, '.')) return read_mask(request, suffix);
@@ -219,40 +206,42 @@ struct DottedQuad {
 int check_host_bits(const AddressRequest &request)
 {
     const uint32_t address = load_be32(request.address);
-    if (*request.maskseen == 1) {
+    if (request.maskseen) {
         const uint32_t mask = load_be32(request.mask);
         if ((address & ~mask) == 0) return 0;
-        return refuse(request.error, EINVAL, rule_broken, "masked bits are not zero (%s%c%s)",
-                      DottedQuad(address & mask).text.data(), '/', DottedQuad(mask).text.data());
+        return refuse_invalid(request.error, rule_broken, "masked bits are not zero (%s%c%s)",
+                              DottedQuad(address & mask).text.data(), '/',
+                              DottedQuad(mask).text.data());
     }
-    const uint32_t pfxlen = *request.pfxlen;
+    const uint32_t pfxlen = request.pfxlen;
     if (pfxlen == ipv4_bits) return 0;
     const uint32_t host_bits = UINT32_MAX >> pfxlen;
     if ((address & host_bits) == 0) return 0;
     if (pfxlen == 0)
-        return refuse(request.error, EINVAL, rule_broken, "host portion is not zero (%s)",
-                      request.str);
-    return refuse(request.error, EINVAL, rule_broken, "host portion is not zero (%s%c%lu)",
-                  DottedQuad(address & ~host_bits).text.data(), '/',
-                  static_cast<unsigned long>(pfxlen));
+        return refuse_invalid(request.error, rule_broken, "host portion is not zero (%s)",
+                              request.str);
+    return refuse_invalid(request.error, rule_broken, "host portion is not zero (%s%c%lu)",
+                          DottedQuad(address & ~host_bits).text.data(), '/',
+                          static_cast<unsigned long>(pfxlen));
 }
 
 }  // namespace
 
-int parse_ipv4_addr(const AddressRequest &request)
+int parse_ipv4_addr(AddressRequest &request)
 {
-    *request.pfxseen = 0;
-    *request.maskseen = 0;
-    *request.pfxlen = ipv4_bits;
+    request.pfxlen = ipv4_bits;
     if (request.has(PARSE_IPADDR_DEFAULT_OK) && read_zero_prefix(request, ipv4_size)) return 0;
     if (request.has(PARSE_IPADDR_ANY_OK) && read_any_keyword(request)) return 0;
     if (is_too_long(request, ipv4_text_size))
-        return refuse(request.error, EINVAL, not_this_form,
-                      "too long to be a valid ip address: '%s'", request.str);
+        return refuse_invalid(request.error, not_this_form,
+                              "too long to be a valid ip address: '%s'", request.str);
 
     const char *at = request.str;
-    int result = read_bytes(request, at, request.address);
-    if (result != 0) return result;
+    int result = 0;
+    if (!read_whole_quad(request, at, request.address)) [[unlikely]] {
+        result = read_any_bytes({request, address_text(request)}, at, request.address);
+        if (result != 0) return result;
+    }
     if (*at == '/') {
         result = read_suffix(request, at + 1);
         if (result != 0) return result;

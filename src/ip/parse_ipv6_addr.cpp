@@ -15,7 +15,7 @@ namespace {
 constexpr size_t ipv6_text_size = 92;
 
 // What follows the "/": "64" or "ffff:ffff::"
-int read_suffix(const AddressRequest &request, const char *suffix)
+int read_suffix(AddressRequest &request, const char *suffix)
 {
     const auto number = convert_suffix(suffix, Base::decimal, ':');
     if (!has_mask_mark(number.end, ':'))
@@ -24,10 +24,9 @@ int read_suffix(const AddressRequest &request, const char *suffix)
     const char *at = suffix;
     std::array<uint8_t, ipv6_size> mask;
     if (!read_ipv6(at, mask.data()) || *at != '\0')
-        return refuse(request.error, keep_errno, rule_broken, "'%s' is not a valid ipv6 mask",
-                      suffix);
+        return refuse(request.error, rule_broken, "'%s' is not a valid ipv6 mask", suffix);
     std::memcpy(request.mask, mask.data(), ipv6_size);
-    *request.maskseen = 1;
+    request.maskseen = true;
     return 0;
 }
 
@@ -40,35 +39,35 @@ bool masked_bits_are_zero(const uint8_t *address, const uint8_t *mask)
 
 int check_host_bits(const AddressRequest &request)
 {
-    if (*request.maskseen == 1) {
+    if (request.maskseen) {
         if (masked_bits_are_zero(request.address, request.mask)) return 0;
-        return refuse(request.error, EINVAL, rule_broken, "masked bits of '%s' must be zero",
-                      request.str);
+        return refuse_invalid(request.error, rule_broken, "masked bits of '%s' must be zero",
+                              request.str);
     }
-    if (bits_after_are_zero(request.address, ipv6_size, *request.pfxlen)) return 0;
-    return refuse(request.error, EINVAL, rule_broken, "host portion of '%s' must be zero",
-                  request.str);
+    if (bits_after_are_zero(request.address, ipv6_size, request.pfxlen)) return 0;
+    return refuse_invalid(request.error, rule_broken, "host portion of '%s' must be zero",
+                          request.str);
 }
 
 }  // namespace
 
-int parse_ipv6_addr(const AddressRequest &request)
+int parse_ipv6_addr(AddressRequest &request)
 {
-    *request.pfxseen = 0;
-    *request.maskseen = 0;
-    *request.pfxlen = ipv6_bits;
+    request.pfxlen = ipv6_bits;
     if (*request.str == '\0')
-        return refuse(request.error, EINVAL, not_this_form, "ip address is not specified");
+        return refuse_invalid(request.error, not_this_form, "ip address is not specified");
     if (request.has(PARSE_IPADDR_DEFAULT_OK) && read_zero_prefix(request, ipv6_size)) return 0;
     if (is_too_long(request, ipv6_text_size))
-        return refuse(request.error, EINVAL, not_this_form,
-                      "too long to be a valid ipv6 address: '%s'", request.str);
+        return refuse_invalid(request.error, not_this_form,
+                              "too long to be a valid ipv6 address: '%s'", request.str);
 
     const char *at = request.str;
     std::array<uint8_t, ipv6_size> address;
-    if (!read_ipv6(at, address.data()) || !ends_address(request, at))
-        return refuse_with_pieces(request.error, keep_errno, not_this_form,
-                                  {"'", address_text(request), "' is not a valid ipv6 address"});
+    if (!read_ipv6(at, address.data()) || !ends_address(request, at)) {
+        const std::string_view text = address_text(request);
+        return refuse(request.error, not_this_form, "'%.*s' is not a valid ipv6 address",
+                      precision(text), text.data());
+    }
     std::memcpy(request.address, address.data(), ipv6_size);
     if (*at == '/') {
         const int result = read_suffix(request, at + 1);

@@ -33,8 +33,7 @@ struct Reading {
 
 int refuse_character(const Reading &reading)
 {
-    return refuse(reading.error, keep_errno, not_this_form, "Unexpected character in %s",
-                  reading.noun);
+    return refuse(reading.error, not_this_form, "Unexpected character in %s", reading.noun);
 }
 
 // "49.0001.2": bytes of two digits, with a "." before any of them; a last digit may be alone.
@@ -44,15 +43,14 @@ int read_bytes(const char *&at, Reading &reading)
     size_t nibbles = 0;
     while (count < reading.capacity) {
         if (*at == '.' && *++at == '.')
-            return refuse(reading.error, keep_errno, not_this_form, "consecutive '.' not allowed");
+            return refuse(reading.error, not_this_form, "consecutive '.' not allowed");
         const unsigned high = hex_value(*at);
         if (high >= 16) break;
         const unsigned low = hex_value(*++at);
         if (low >= 16) {
             // "490.001"
             if (*at == '.')
-                return refuse(reading.error, keep_errno, not_this_form,
-                              "'.' character not on byte boundary");
+                return refuse(reading.error, not_this_form, "'.' character not on byte boundary");
             reading.bytes[count++] = static_cast<uint8_t>(high << 4);
             ++nibbles;
             break;
@@ -73,20 +71,17 @@ int read_bytes(const char *&at, Reading &reading)
 int check_nsap(const char *rest, const Reading &reading)
 {
     if (*rest == '/')
-        return refuse(reading.error, keep_errno, not_this_form,
-                      "ISO address should not have prefix length");
+        return refuse(reading.error, not_this_form, "ISO address should not have prefix length");
     if (reading.count < least_nsap || reading.nibbles % 2 != 0)
-        return refuse(reading.error, keep_errno, not_this_form,
+        return refuse(reading.error, not_this_form,
                       "%s should be at least 8 bytes with even number of nibbles\n", reading.noun);
     if (reading.count > most_nsap)
-        return refuse(reading.error, keep_errno, not_this_form, "%s too long", reading.noun);
+        return refuse(reading.error, not_this_form, "%s too long", reading.noun);
     const size_t area_size = reading.count - selector_size - sysid_size;
     if (all_zero(reading.bytes, area_size))
-        return refuse(reading.error, keep_errno, rule_broken, "Invalid area address in %s",
-                      reading.noun);
+        return refuse(reading.error, rule_broken, "Invalid area address in %s", reading.noun);
     if (all_zero(reading.bytes + area_size, sysid_size))
-        return refuse(reading.error, keep_errno, rule_broken, "Invalid system-id in %s",
-                      reading.noun);
+        return refuse(reading.error, rule_broken, "Invalid system-id in %s", reading.noun);
     return 0;
 }
 
@@ -98,19 +93,16 @@ void store_length(uint16_t *pfxlen, size_t length)
 // "/24"
 int read_prefix_length(const char *at, const Reading &reading, int *pfxseen, uint16_t *pfxlen)
 {
-    if (*at != '/')
-        return refuse(reading.error, keep_errno, not_this_form, "Missing prefix length");
+    if (*at != '/') return refuse(reading.error, not_this_form, "Missing prefix length");
     const size_t bits = 4 * reading.nibbles;
-    if (bits > most_bits)
-        return refuse(reading.error, keep_errno, rule_broken, "%s too long", reading.noun);
+    if (bits > most_bits) return refuse(reading.error, rule_broken, "%s too long", reading.noun);
     store_length(pfxlen, bits);
     const auto length = convert<uint32_t>(at + 1, Base::decimal);
-    if (*length.end != '\0')
-        return refuse(reading.error, keep_errno, not_this_form, "Invalid prefix length");
+    if (*length.end != '\0') return refuse(reading.error, not_this_form, "Invalid prefix length");
     if (length.value > most_bits)
-        return refuse(reading.error, keep_errno, rule_broken, "Prefix length too long");
+        return refuse(reading.error, rule_broken, "Prefix length too long");
     if (!bits_after_are_zero(reading.bytes, reading.count, length.value))
-        return refuse(reading.error, keep_errno, not_this_form, "host portion is not all zeroes");
+        return refuse(reading.error, not_this_form, "host portion is not all zeroes");
     if (pfxseen != nullptr) *pfxseen = 1;
     store_length(pfxlen, length.value);
     return 0;
@@ -169,8 +161,7 @@ int parse_iso_addr(const char *text, uint32_t flags, uint8_t *bytes, uint8_t *co
                     .nibbles = 0,
                     .error = {errbuf, errlen}};
     if (pfxseen != nullptr) *pfxseen = 0;
-    if (*text == '\0')
-        return refuse(reading.error, keep_errno, not_this_form, "Invalid %s", reading.noun);
+    if (*text == '\0') return refuse(reading.error, not_this_form, "Invalid %s", reading.noun);
     if (!is_hex_digit(*text)) return refuse_character(reading);
     if (bytes != nullptr) {
         if (count == nullptr) return not_this_form;
@@ -178,8 +169,7 @@ int parse_iso_addr(const char *text, uint32_t flags, uint8_t *bytes, uint8_t *co
         reading.capacity = *count;
     }
     if (strnlen(text, longest_text + 1) > longest_text)
-        return refuse(reading.error, keep_errno, not_this_form, "Invalid %s --- too long",
-                      reading.noun);
+        return refuse(reading.error, not_this_form, "Invalid %s --- too long", reading.noun);
     const char *at = text;
     if (const int result = read_bytes(at, reading); result != 0) return result;
     if (count != nullptr) *count = static_cast<uint8_t>(reading.count);

@@ -19,7 +19,7 @@ constexpr size_t longest_text = sizeof "xxxx.xxxx.xxxx" - 1;
 
 int refuse_text(ErrorText error)
 {
-    return refuse(error, keep_errno, not_this_form, "Invalid system-id string");
+    return refuse(error, not_this_form, "Invalid system-id string");
 }
 
 constexpr bool ends_group(char character) { return character == '.' || character == '\0'; }
@@ -33,11 +33,9 @@ int read_group(const char *&at, uint32_t &value, ErrorText error)
     const auto number = convert_any<uint32_t>(start, Base::hexadecimal);
     if (number.end == start) return refuse_text(error);
     if (!ends_group(*number.end))
-        return refuse(error, keep_errno, not_this_form, "Unexpected character in system-id '%c'",
-                      *number.end);
+        return refuse(error, not_this_form, "Unexpected character in system-id '%c'", *number.end);
     if (number.value > UINT16_MAX)
-        return refuse(error, keep_errno, not_this_form,
-                      "Unexpected number of hex characters in system-id");
+        return refuse(error, not_this_form, "Unexpected number of hex characters in system-id");
     at = number.end;
     value = number.value;
     return 0;
@@ -77,12 +75,12 @@ int parse_iso_sysid(const char *text, uint8_t *sysid, int size, char *errbuf, si
     std::array<uint8_t, sysid_size> spare;
     if (sysid == nullptr) sysid = spare.data();
     if (strnlen(text, longest_text + 1) > longest_text)
-        return refuse(error, keep_errno, not_this_form, "Passed sysid string too large");
+        return refuse(error, not_this_form, "Passed sysid string too large");
     if (size > 0 && size < int{sysid_size})
-        return refuse(error, keep_errno, not_this_form, "Passed sysid size too small");
+        return refuse(error, not_this_form, "Passed sysid size too small");
     if (const int result = read_groups(text, sysid, error); result != 0) return result;
     if (all_zero(sysid, sysid_size))
-        return refuse(error, keep_errno, rule_broken, "system-id cannot be all zeros");
+        return refuse(error, rule_broken, "system-id cannot be all zeros");
     return 0;
 }
 

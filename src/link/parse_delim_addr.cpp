@@ -35,14 +35,13 @@ int read_decimal_groups(const char *text, uint8_t *bytes, uint32_t count, uint32
         const uint32_t value = read_decimal_group(at);
         const char next = *at;
         if (static_cast<uint64_t>(at - text) >= longest)
-            return refuse(error, keep_errno, not_this_form, "Unexpected characters");
+            return refuse(error, not_this_form, "Unexpected characters");
         if (!is_group_separator(next) && next != '\0')
-            return refuse(error, keep_errno, not_this_form, "Invalid character '%c'", next);
-        if (value > UINT8_MAX)
-            return refuse(error, keep_errno, not_this_form, "Address out-of-range");
+            return refuse(error, not_this_form, "Invalid character '%c'", next);
+        if (value > UINT8_MAX) return refuse(error, not_this_form, "Address out-of-range");
         // "1.2.3.4."
         if (next != '\0' && stored + 1 == count)
-            return refuse(error, keep_errno, not_this_form, "Unexpected character '%c'", next);
+            return refuse(error, not_this_form, "Unexpected character '%c'", next);
         bytes[stored++] = static_cast<uint8_t>(value);
         if (next == '\0') return 0;
     }
@@ -101,11 +100,10 @@ int parse_delim_hex_addr(const char *text, uint8_t *bytes, char *errbuf, size_t 
     const uint32_t stored = read_hex_bytes(at, bytes, count);
     if (stored < count) {
         std::memset(bytes + stored, 0, count - stored);
-        if (*at == '\0')
-            return refuse(error, keep_errno, not_this_form, "Incomplete delimited address");
-        return refuse(error, keep_errno, not_this_form, "Invalid character '%c'", *at);
+        if (*at == '\0') return refuse(error, not_this_form, "Incomplete delimited address");
+        return refuse(error, not_this_form, "Invalid character '%c'", *at);
     }
-    if (*at != '\0') return refuse(error, keep_errno, not_this_form, "Unexpected characters");
+    if (*at != '\0') return refuse(error, not_this_form, "Unexpected characters");
     return 0;
 }
 

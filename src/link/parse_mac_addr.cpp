@@ -34,21 +34,19 @@ int read_groups(const char *&at, uint8_t *address, ErrorText error)
         return 0;
     // "00:11" or "00:11/40"
     if (*at == '\0' || (*at == '/' && at != text && !is_group_separator(at[-1])))
-        return refuse(error, keep_errno, not_this_form, "Incomplete mac address");
-    return refuse(error, keep_errno, not_this_form, "Invalid character '%c'", *at);
+        return refuse(error, not_this_form, "Incomplete mac address");
+    return refuse(error, not_this_form, "Invalid character '%c'", *at);
 }
 
 // "48" after the "/"
 int read_prefix_length(const char *text, uint32_t flags, PrefixOutputs outputs, ErrorText error)
 {
     if ((flags & PARSE_MAC_PREFIX_OK) == 0)
-        return refuse(error, keep_errno, rule_broken, "Address prefix not allowed");
+        return refuse(error, rule_broken, "Address prefix not allowed");
     const auto number = convert<uint32_t>(text, Base::decimal);
-    if (number.end == text) return refuse(error, keep_errno, not_this_form, "Missing mac prefix");
-    if (*number.end != '\0')
-        return refuse(error, keep_errno, not_this_form, "Unexpected trailing characters");
-    if (number.value > mac_bits)
-        return refuse(error, keep_errno, rule_broken, "Invalid mac prefix '%s'", text);
+    if (number.end == text) return refuse(error, not_this_form, "Missing mac prefix");
+    if (*number.end != '\0') return refuse(error, not_this_form, "Unexpected trailing characters");
+    if (number.value > mac_bits) return refuse(error, rule_broken, "Invalid mac prefix '%s'", text);
     outputs.store(number.value);
     return 0;
 }
@@ -58,7 +56,7 @@ int read_rest(const char *at, uint32_t flags, PrefixOutputs outputs, ErrorText e
 {
     if (*at == '/') return read_prefix_length(at + 1, flags, outputs, error);
     if ((flags & PARSE_MAC_PREFIX_OK) != 0) outputs.store(mac_bits);
-    if (*at != '\0') return refuse(error, keep_errno, not_this_form, "Unexpected characters");
+    if (*at != '\0') return refuse(error, not_this_form, "Unexpected characters");
     return 0;
 }
 
@@ -66,9 +64,9 @@ int check_group_bit(const uint8_t *address, uint32_t flags, ErrorText error)
 {
     const bool is_group = (address[0] & group_bit) != 0;
     if ((flags & PARSE_MAC_MULTICAST_ONLY) != 0 && !is_group)
-        return refuse(error, keep_errno, rule_broken, "Invalid multicast mac address");
+        return refuse(error, rule_broken, "Invalid multicast mac address");
     if ((flags & PARSE_MAC_UNICAST_ONLY) != 0 && is_group)
-        return refuse(error, keep_errno, rule_broken, "Invalid unicast mac address");
+        return refuse(error, rule_broken, "Invalid unicast mac address");
     return 0;
 }
 

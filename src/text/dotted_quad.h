@@ -39,10 +39,11 @@ inline bool read_octet(const char *&at, uint32_t &octet)
     return true;
 }
 
-// Reads four octets joined by ".", without leading zeros, and moves `at` past them.
+// Reads four octets joined by ".", and moves `at` past them; false, with nothing changed, when the
+// text does not begin with them.
+template <LeadingZeros zeros = LeadingZeros::refused>
 inline bool read_dotted_quad(const char *&at, uint32_t &quad)
 {
-    constexpr auto zeros = LeadingZeros::refused;
     uint32_t a = 0;
     uint32_t b = 0;
     uint32_t c = 0;

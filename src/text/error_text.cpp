@@ -49,6 +49,7 @@ struct Room {
 // Not vsnprintf: it costs several times as much, and reads all of an argument that is cut.
 void write_message(ErrorText error, const char *format, va_list args)
 {
+    if (error.buf == nullptr || error.len == 0) return;
     Room room{error.buf, error.len - 1};
     while (const char *const percent = std::strchr(format, '%')) {
         room.put(format, static_cast<size_t>(percent - format));
@@ -88,27 +89,33 @@ void write_message(ErrorText error, const char *format, va_list args)
 
 }  // namespace
 
-int refuse(ErrorText error, int error_number, int result, const char *format, ...)
+int refuse(ErrorText error, int result, const char *format, ...)
 {
-    if (error.buf != nullptr && error.len != 0) {
-        va_list args;
-        va_start(args, format);
-        write_message(error, format, args);
-        va_end(args);
-    }
-    if (error_number != keep_errno) errno = error_number;
+    va_list args;
+    va_start(args, format);
+    write_message(error, format, args);
+    va_end(args);
     return result;
 }
 
-int refuse_with_pieces(ErrorText error, int error_number, int result,
-                       std::initializer_list<std::string_view> pieces)
+int refuse_invalid(ErrorText error, int result, const char *format, ...)
 {
-    if (error.buf != nullptr && error.len != 0) {
-        Room room{error.buf, error.len - 1};
-        for (const std::string_view piece : pieces) room.put(piece.data(), piece.size());
-        *room.at = '\0';
-    }
-    if (error_number != keep_errno) errno = error_number;
+    va_list args;
+    va_start(args, format);
+    write_message(error, format, args);
+    va_end(args);
+    errno = EINVAL;
+    return result;
+}
+
+int refuse_invalid_pieces(ErrorText error, int result,
+                          std::initializer_list<std::string_view> pieces)
+{
+    errno = EINVAL;
+    if (error.buf == nullptr || error.len == 0) return result;
+    Room room{error.buf, error.len - 1};
+    for (const std::string_view piece : pieces) room.put(piece.data(), piece.size());
+    *room.at = '\0';
     return result;
 }
 

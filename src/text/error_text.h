@@ -20,16 +20,18 @@ struct ErrorText {
     size_t len;
 };
 
-constexpr int keep_errno = 0;
+// Writes a message, and returns `result`. The message is cut to the buffer and terminated.
+// Conversions: %s %.*s %c %d %u %lu %zu %ju %%. errno is left alone.
+[[gnu::noinline, gnu::format(printf, 3, 4)]] int refuse(ErrorText error, int result,
+                                                        const char *format, ...);
 
-// Writes a message, sets errno unless `error_number` is keep_errno, and returns `result`. The
-// message is cut to the buffer and terminated. Conversions: %s %.*s %c %d %u %lu %zu %ju %%.
-[[gnu::noinline, gnu::format(printf, 4, 5)]] int refuse(ErrorText error, int error_number,
-                                                        int result, const char *format, ...);
+// As refuse, and sets errno to EINVAL.
+[[gnu::noinline, gnu::format(printf, 3, 4)]] int refuse_invalid(ErrorText error, int result,
+                                                                const char *format, ...);
 
-// As refuse, with a message that is given in pieces: one that quotes parts of a text.
-[[gnu::noinline]] int refuse_with_pieces(ErrorText error, int error_number, int result,
-                                         std::initializer_list<std::string_view> pieces);
+// As refuse_invalid, with a message that is given in pieces: one that quotes parts of a text.
+[[gnu::noinline]] int refuse_invalid_pieces(ErrorText error, int result,
+                                            std::initializer_list<std::string_view> pieces);
 
 // The precision of a "%.*s" that prints `text`.
 constexpr int precision(std::string_view text)

@@ -74,25 +74,43 @@ template <typename Value>
     return {static_cast<Value>(negative ? Magnitude{0} - run.value : run.value), run.end, false};
 }
 
-// Converts a text. Decimal digits, those of a signed type also after a "-", are read here;
-// convert_any reads the rest.
+// Reads digits and moves `at` past them; so many that they do not fit 64 bits wrap around.
+template <unsigned radix>
+constexpr uint64_t read_wrapping_digits(const char *&at)
+{
+    uint64_t value = 0;
+    for (unsigned digit = 0; (digit = radix == 10 ? decimal_value(*at) : hex_value(*at)) < radix;
+         ++at)
+        value = value * radix + digit;
+    return value;
+}
+
+// The digits that fit 64 bits whatever they are.
+template <unsigned radix>
+constexpr ptrdiff_t most_digits = radix == 10 ? 19 : 16;
+
+// Converts a text. Decimal digits and those after "0x", of a signed type also after a "-", are read
+// here; convert_any reads the rest.
 template <typename Value>
 constexpr Conversion<Value> convert(const char *text, Base base)
 {
-    // So many digits fit 64 bits whatever they are.
-    constexpr ptrdiff_t most_digits = 19;
     constexpr auto most = static_cast<uint64_t>(std::numeric_limits<Value>::max());
     const bool negative = std::is_signed_v<Value> && *text == '-';
-    const char *const first = text + (negative ? 1 : 0);
-    const bool is_decimal = base == Base::decimal || (base == Base::from_prefix && *first != '0');
-    if (is_decimal && is_digit(*first)) [[likely]] {
-        const char *at = first;
-        uint64_t number = 0;
-        for (; is_digit(*at); ++at) number = number * 10 + decimal_value(*at);
-        if (at - first <= most_digits && number <= most) [[likely]] {
-            const auto value = static_cast<Value>(number);
-            return {negative ? static_cast<Value>(Value{0} - value) : value, at, false};
-        }
+    const char *first = text + (negative ? 1 : 0);
+    const char *at = first;
+    uint64_t number = 0;
+    bool fits = false;
+    if (base == Base::decimal || (base == Base::from_prefix && *first != '0')) [[likely]] {
+        number = read_wrapping_digits<10>(at);
+        fits = at != first && at - first <= most_digits<10>;
+    } else if (first[0] == '0' && first[1] == 'x') {
+        at = first += 2;
+        number = read_wrapping_digits<16>(at);
+        fits = at != first && at - first <= most_digits<16>;
+    }
+    if (fits && number <= most) [[likely]] {
+        const auto value = static_cast<Value>(number);
+        return {negative ? static_cast<Value>(Value{0} - value) : value, at, false};
     }
     // Copied, so that only this path needs the result in memory.
     const auto any = convert_any<Value>(text, base);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstddef>
 #include <cstring>
 
@@ -31,6 +32,25 @@ size_t write_text(char *buf, size_t buflen, const Write &write, size_t enough = 
     const auto length = static_cast<size_t>(write(whole.data()) - whole.data());
     copy_cut(buf, buflen, whole.data(), length);
     return length;
+}
+
+// As write_text, for "/" and a text after the `length` bytes that `buf` holds already. Returns the
+// length of all.
+template <size_t longest, typename Write>
+size_t append_after_slash(char *buf, size_t buflen, size_t length, const Write &write)
+{
+    const auto write_both = [&write](char *at) {
+        *at++ = '/';
+        return write(at);
+    };
+    return length + write_text<1 + longest>(buf + length, buflen - length, write_both);
+}
+
+// What formatters return for a text that does not fit.
+inline size_t out_of_room()
+{
+    errno = ENOSPC;
+    return 0;
 }
 
 // What a piece of a text that starts at `start` reports: its length when it fits with its

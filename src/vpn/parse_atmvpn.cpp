@@ -149,8 +149,7 @@ int read_address(const char *at, const char *end, uint32_t bits, uint8_t *bytes,
     for (;; ++at) {
         if (ends_component(at, end)) {
             // "1::2::3", "1::2:"
-            if (gap != no_gap)
-                return refuse(error, keep_errno, refused, "Too many double colons in address");
+            if (gap != no_gap) return refuse(error, refused, "Too many double colons in address");
             if (at == end) break;
             gap = count;
             // Three colons in a row make one gap.
@@ -161,19 +160,19 @@ int read_address(const char *at, const char *end, uint32_t bits, uint8_t *bytes,
         const Component component = read_component(at, end);
         // "256", "1.2.3.x"
         if (component.size == 0)
-            return refuse(error, keep_errno, refused, "Invalid address component '%.*s'",
+            return refuse(error, refused, "Invalid address component '%.*s'",
                           precision({first, at}), first);
         count = store(component, bytes, count);
         if (at == end) break;
     }
-    if (count > address_size) return refuse(error, keep_errno, refused, "Invalid address length");
+    if (count > address_size) return refuse(error, refused, "Invalid address length");
     if (gap != no_gap) {
         fill_gap(bytes, address_size, gap, count);
         count = address_size;
     }
     // "1:2/14"
     if (!bits_after_are_zero(bytes, count, bits))
-        return refuse(error, keep_errno, refused, "Address does not match prefix");
+        return refuse(error, refused, "Address does not match prefix");
     return 0;
 }
 
@@ -182,8 +181,7 @@ int read_type(std::string_view text, uint8_t &type, ErrorText error)
     const uint64_t number = read_number(text, Base::from_prefix);
     // "5x"
     if (number == no_number)
-        return refuse(error, keep_errno, refused, "Invalid address type '%.*s'", precision(text),
-                      text.data());
+        return refuse(error, refused, "Invalid address type '%.*s'", precision(text), text.data());
     type = static_cast<uint8_t>(number);
     return check_value_range("Address type", static_cast<uint32_t>(number), 1, UINT8_MAX, error);
 }
@@ -192,8 +190,7 @@ int read_type(std::string_view text, uint8_t &type, ErrorText error)
 int read_atmvpn(const char *text, atmvpn_address &record, uint32_t &bits, ErrorText error)
 {
     const Separators separators = find_separators(text);
-    if (!is_atmvpn(separators))
-        return refuse(error, keep_errno, refused, "Invalid ATM VPN address '%s'", text);
+    if (!is_atmvpn(separators)) return refuse(error, refused, "Invalid ATM VPN address '%s'", text);
 
     const auto length = static_cast<size_t>(separators.text_end - text);
     const std::string_view work(text, std::min(length, longest_vpn_text));
@@ -204,7 +201,7 @@ int read_atmvpn(const char *text, atmvpn_address &record, uint32_t &bits, ErrorT
     const uint64_t number =
         has_prefix ? read_number({end + 1, work_end}, Base::decimal) : most_bits;
     // "…/184", "…/1x"
-    if (number > most_bits) return refuse(error, keep_errno, refused, "Invalid prefix length");
+    if (number > most_bits) return refuse(error, refused, "Invalid prefix length");
     bits = static_cast<uint32_t>(number);
 
     // A separator at the very start leaves an empty route distinguisher.

@@ -113,7 +113,7 @@ int parse_esi(const char *text, uint8_t *esi, char *errbuf, size_t errlen, int m
     Esi work;
     Refusal refusal = read_esi(text, work);
     if (refusal == nullptr) refusal = check_mode(work, mode);
-    if (refusal != nullptr) return refuse({errbuf, errlen}, keep_errno, -1, "%s", refusal);
+    if (refusal != nullptr) return refuse({errbuf, errlen}, -1, "%s", refusal);
     std::memcpy(esi, work.data(), esi_size);
     return 0;
 }

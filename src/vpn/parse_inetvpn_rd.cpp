@@ -7,6 +7,7 @@
 
 #include "text/characters.h"
 #include "text/dotted_quad.h"
+#include "text/target_numbers.h"
 
 namespace orvex {
 namespace {
@@ -43,14 +44,12 @@ struct Administrator {
 // Reads decimal digits and moves `at` past them. Returns the number, 0 without a digit.
 uint32_t read_decimal(const char *&at, Work work)
 {
-    constexpr ptrdiff_t most_digits = 19;  // fit 64 bits whatever they are
     const char *const first = at;
-    uint64_t value = 0;
-    for (unsigned digit = 0; (digit = decimal_value(*at)) <= 9; ++at) value = value * 10 + digit;
-    const bool is_past_end = at - work.text > work.most;
-    if (!is_past_end && at - first <= most_digits && value <= UINT32_MAX) [[likely]]
+    const char *const work_end = work.text + work.most;
+    const uint64_t value = read_wrapping_digits<10>(at);
+    if (at <= work_end && at - first <= most_digits<10> && value <= UINT32_MAX) [[likely]]
         return static_cast<uint32_t>(value);
-    if (is_past_end) at = work.text + work.most;
+    at = std::min(at, work_end);
     return convert_digits(first, at);
 }
 
@@ -98,8 +97,7 @@ int read_rd(const char *text, size_t size, uint32_t &type, uint32_t &high, uint3
     const Administrator administrator = read_administrator(at, work);
     // "100"
     if (work.ends_at(at))
-        return refuse(error, keep_errno, refused, "Invalid RD format: '%.*s'", quoted(text, size),
-                      text);
+        return refuse(error, refused, "Invalid RD format: '%.*s'", quoted(text, size), text);
     type = administrator.type;
     const bool is_narrow = administrator.type == type_as;
     if (administrator.type != type_ipv4 &&
@@ -110,14 +108,14 @@ int read_rd(const char *text, size_t size, uint32_t &type, uint32_t &high, uint3
     const uint32_t number = read_decimal(++at, work);
     // "100:5:6"
     if (!work.ends_at(at))
-        return refuse(error, keep_errno, refused, "Invalid route-distinguisher: %.*s",
-                      quoted(text, size), text);
+        return refuse(error, refused, "Invalid route-distinguisher: %.*s", quoted(text, size),
+                      text);
     if (check_value_range("RD number", number, 0, is_narrow ? no_maximum : UINT16_MAX, error) != 0)
         return refused;
 
     // "10.1.1.1.1:7"
     if (!administrator.is_valid)
-        return refuse(error, keep_errno, refused, "Invalid IP address in route-distingusher: %.*s",
+        return refuse(error, refused, "Invalid IP address in route-distingusher: %.*s",
                       quoted(text, size), text);
     const uint64_t rd = assemble(administrator.type, administrator.value, number);
     high = static_cast<uint32_t>(rd >> 32);

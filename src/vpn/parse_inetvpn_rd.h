@@ -19,8 +19,8 @@ inline int check_value_range(const char *noun, uint32_t value, uint32_t min, uin
                              ErrorText error)
 {
     if (value >= min && value <= max) return 0;
-    return refuse(error, keep_errno, 1, "Invalid %s value at '%u' not in range %u to %u", noun,
-                  value, min, max);
+    return refuse(error, 1, "Invalid %s value at '%u' not in range %u to %u", noun, value, min,
+                  max);
 }
 
 // As parse_inetvpn_rd, for the first `size` characters of a terminated text, or all when it has

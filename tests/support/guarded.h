@@ -97,17 +97,17 @@ void check_every_size(const std::string &expected, const Format &format, Leaves 
     }
 }
 
-// As above for formatters that report no failure: every size holds the text cut short, `format` returns `result(size)`,
-// and errno is unchanged. One more byte may follow the terminator.
+// As above for writers that cut: every size holds the text cut short, `format` returns `result(size)`, and errno is
+// `error_number` after it. One more byte may follow the terminator.
 template <typename Format, typename Result>
-void check_cut_sizes(const std::string &expected, const Format &format, const Result &result)
+void check_cut_sizes(const std::string &expected, const Format &format, const Result &result, int error_number = 77)
 {
     for (size_t size = 0; size <= expected.size() + 2; ++size) {
         SCOPED_TRACE("\"" + expected + "\" in " + std::to_string(size) + " bytes");
         Guarded buffer(size);
         errno = 77;
         EXPECT_EQ(format(buffer.data(), size), static_cast<int>(result(size)));
-        EXPECT_EQ(errno, 77);
+        EXPECT_EQ(errno, error_number);
         if (size == 0) continue;
         const std::string text = buffer.text();
         EXPECT_EQ(text, expected.substr(0, size - 1));

@@ -2,41 +2,8 @@
 #include <orvex/parse.h>
 #include <orvex/stand_in.h>
 
+#include <cerrno>
 #include <regex>
-
-#include "support/guarded.h"
-#include "text/error_text.h"
-
-namespace {
-
-using orvex::keep_errno;
-
-TEST(ErrorText, WritesAsPrintfInEverySize)
-{
-    orvex_test::check_cut_sizes(
-        "text|c|-2147483648|7|4294967295|0|18446744073709551615|%|",
-        [](char *buf, size_t size) {
-            return orvex::refuse({buf, size}, keep_errno, -2, "%s|%c|%d|%d|%u|%lu|%ju|%%|%s", "text", 'c',
-                                 -2147483647 - 1, 7, 4294967295U, 0UL, UINTMAX_MAX, "");
-        },
-        [](size_t) { return -2; });
-    EXPECT_EQ(orvex::refuse({nullptr, 8}, ERANGE, -1, "%s", "silent"), -1);
-    EXPECT_EQ(errno, ERANGE);
-}
-
-// Pieces are cut as one text, and no "%" in them converts anything.
-TEST(ErrorText, WritesPiecesInEverySize)
-{
-    const std::string_view quoted = std::string_view("10.0.0.0/33 and more").substr(0, 11);
-    orvex_test::check_cut_sizes(
-        "100%s of '10.0.0.0/33'",
-        [quoted](char *buf, size_t size) {
-            return orvex::refuse_with_pieces({buf, size}, keep_errno, -1, {"100%s", "", " of '", quoted, "'"});
-        },
-        [](size_t) { return -1; });
-    EXPECT_EQ(orvex::refuse_with_pieces({nullptr, 8}, EINVAL, -2, {"silent"}), -2);
-    EXPECT_EQ(errno, EINVAL);
-}
 
 TEST(Insist, LogsTheConditionAndGoesOn)
 {
@@ -61,5 +28,3 @@ TEST(Insist, LogsTheConditionAndGoesOn)
                               "0format_ipaddr:\\d+: insist 'address != NULL'" + failed);
     EXPECT_TRUE(std::regex_match(log, expected)) << log;
 }
-
-}  // namespace
