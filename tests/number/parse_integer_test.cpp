@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 
-#include <random>
-
 #include "support/guarded.h"
-#include "support/host_numbers.h"
 
 namespace {
 
@@ -26,27 +23,6 @@ void check(const Parse &parse, const std::vector<Row> &rows)
         EXPECT_EQ(errno, row.error);
         EXPECT_EQ(value, row.value);
     }
-}
-
-using orvex::Base;
-using orvex::convert;
-
-// The values that only a 32-bit host's own functions would show.
-static_assert(convert<uint32_t>(" -5", Base::decimal).value == 4294967291U);
-static_assert(convert<uint32_t>("-4294967295", Base::decimal).value == 1);
-static_assert(convert<uint32_t>("-4294967296", Base::decimal).value == 4294967295U);
-static_assert(convert<uint32_t>("4294967296", Base::from_prefix).out_of_range);
-static_assert(convert<int32_t>("-99999999999", Base::decimal).value == -2147483647 - 1);
-static_assert(convert<uint32_t>("0x", Base::hexadecimal).end[0] == 'x');
-
-// Texts that look like numbers, of every length around the limits.
-std::string random_text(std::mt19937 &random)
-{
-    static constexpr const char *pieces[] = {"-", "+", "0x", "0X", "0", " ", "\t",       "g",
-                                             "1", "7", "8",  "9",  "a", "F", "42949672", "99999"};
-    std::string text;
-    for (auto left = random() % 9; left > 0; --left) text += pieces[random() % std::size(pieces)];
-    return text;
 }
 
 }  // namespace
@@ -95,13 +71,4 @@ TEST(ParseNumber, BoundsAndLeniency)
                                      });
     int32_t value = 5;
     EXPECT_TRUE(parse_number(nullptr, &value, 10) == 0 && value == 0);
-}
-
-TEST(TargetNumbers, ConvertAsTheHostHeldTo32Bits)
-{
-    std::mt19937 random(1);
-    for (int i = 0; i < 100000; ++i) {
-        const std::string text = random_text(random);
-        ASSERT_TRUE(orvex_test::all_convert_as_host(text.c_str())) << text;
-    }
 }
