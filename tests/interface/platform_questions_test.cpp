@@ -95,7 +95,6 @@ TEST(PlatformQuestions, AreThoseOfTheName)
         std::string questions;
     } rows[] = {
         {.name = "eth-1/2/3.1", .questions = fpc + " virtual"},
-        {.name = "eth-1/2/3:4", .questions = fpc + " virtual"},
         {.name = "eth-102/3/4",
          .router = virtual_fpcs,
          .questions = fpc + " min max virtual min max index virtual-pics"},

@@ -36,18 +36,14 @@ TEST(FormatIn6Addr, WritesTheGroupsOfThePrefix)
     } rows[] = {
         {.address = "2001:db8::", .length = 32, .expected = "2001:db8::"},
         {.address = "ffff::1", .length = 0, .expected = "::"},
-        {.address = "2001:db8:1:2:3:4:5:0", .length = 112, .expected = "2001:db8:1:2:3:4:5:0"},
         {.address = "2001:db8:1:2:3:4:5:6", .length = 97, .expected = "2001:db8:1:2:3:4::"},
         {.address = "2001:db8:1:2:3:4:5:6", .length = 105, .expected = "2001:db8:1:2:3:4:5:0"},
         {.address = "2001:db8:ffff::", .length = 20, .expected = "2001:d00::"},
         {.address = "::2", .length = 128, .expected = "::0.0.0.2"},
         {.address = "::ffff:1.2.3.4", .length = 128, .expected = "::ffff:1.2.3.4"},
-        {.address = "::ffff:0.0.0.0", .length = 128, .expected = "::ffff:0.0.0.0"},
         {.address = "::2", .length = 120, .expected = "::0.0.0.0"},
-        {.address = "::ffff:1.2.3.4", .length = 120, .expected = "::ffff:1.2.3.0"},
         {.address = "::ffff:1.2.3.4", .length = 112, .expected = "::ffff:102:0"},
         {.address = "0:1:2:3:4:5:6:7", .length = 128, .expected = "0:1:2:3:4:5:6:7"},
-        {.address = "1:0:2:0:3:0:4:0", .length = 128, .expected = "1:0:2:0:3:0:4:0"},
         {.address = "1:0:0:0:2:0:0:3", .length = 128, .expected = "1:0:0:0:2::3"},
         {.address = longest, .length = 128, .expected = longest},
     };

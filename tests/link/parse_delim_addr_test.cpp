@@ -42,12 +42,9 @@ TEST(ParseDelimAddr, Decimal)
     check_row({.texts = {"10:1.2", "010.1.2."}, .bytes = "0a010200"});
     check_row({.texts = {".1.."}, .bytes = "00010000"});
     check_row({.texts = {"001.002.003.255"}, .bytes = "010203ff"});
-    check_row({.texts = {"000000000000255"}, .bytes = "ff000000"});
     check_row({.texts = {"0001.002.003.004"}, .result = -1, .message = trailing, .bytes = "01020300"});
     check_row({.texts = {"256.1.1.1", "0256", "4294967296", "257.-"}, .result = -1, .message = range});
-    check_row({.texts = {"1.2.3.256."}, .result = -1, .message = range, .bytes = "01020300"});
     check_row({.texts = {"1.2.3.4."}, .result = -1, .message = "Unexpected character '.'", .bytes = "01020300"});
-    check_row({.texts = {"1.2.3.4:5"}, .result = -1, .message = "Unexpected character ':'", .bytes = "01020300"});
     check_row({.texts = {"1.999-", "1.-2"}, .result = -1, .message = "Invalid character '-'", .bytes = "01000000"});
     check(parse_delim_dec_addr, {.texts = {"1"}, .result = -2}, 0);
 }

@@ -28,22 +28,6 @@ TEST(StandIn, FindsTypesByTheirWholeName)
     EXPECT_EQ(found("a\0e", 3), "");
 }
 
-TEST(StandIn, FindsEveryTypeOfALargeCatalogue)
-{
-    std::vector<std::string> names;
-    for (int i = 0; i < 26 * 26; ++i)
-        names.push_back({static_cast<char>('a' + i / 26), static_cast<char>('a' + i % 26)});
-    orvex_test::Profile profile;
-    profile.catalogue.clear();
-    for (const std::string &name : names) profile.catalogue.push_back({name.c_str(), {}, 0});
-    profile.install();
-    for (size_t i = 0; i < names.size(); ++i) {
-        const std::string &name = names[i];
-        EXPECT_EQ(interface_info_index(interface_info_byname(name.c_str(), name.size())), i) << name;
-        EXPECT_EQ(interface_info_byname((name + '1').c_str(), name.size() + 1), nullptr) << name;
-    }
-}
-
 TEST(StandIn, RefusesACatalogueOutOfOrder)
 {
     orvex_platform_profile profile = *orvex_platform_default_profile();

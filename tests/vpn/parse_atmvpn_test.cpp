@@ -57,12 +57,10 @@ TEST(ParseAtmvpn, Reads)
 {
     check({
         {.text = "65000:70000::255::2", .rd_low = 70000, .type = 255, .address = "02", .pfxlen = 255},
-        {.text = "65000:1::0x10::1/8", .type = 16, .address = "01", .pfxlen = 80},
         {.text = "65000:1::010::1/010", .type = 8, .address = "01", .pfxlen = 82},
         {.text = "65000:1::5::010:0x12:1/24", .address = "081201", .pfxlen = 96},
         {.text = "65000:1::5::1.010.1/32", .address = "01080001", .pfxlen = 104},
         {.text = "65000:1::5::1:2::2", .address = "0102" + zeros(40) + "02", .pfxlen = 255},
-        {.text = "65000:1::5::1:::2", .address = "01" + zeros(42) + "02", .pfxlen = 255},
         {.text = "65000:1::5::::1:2/183", .address = zeros(42) + "0102", .pfxlen = 255},
         {.text = "65000:1::5:::10.1.2.4", .address = zeros(38) + "0a010204", .pfxlen = 255},
         {.text = "65000:1::5::" + bytes_22 + ":2", .address = hexadecimal_22 + "02", .pfxlen = 255},
@@ -83,11 +81,9 @@ TEST(ParseAtmvpn, RefusesBeforeItStores)
         {.text = "1::5::1::2::3", .message = "Invalid ATM VPN address '1::5::1::2::3'", .stores = false},
         {.text = "x::5x::1/184", .message = "Invalid prefix length", .stores = false},
         {.text = "65000:1::5::1/-1", .message = "Invalid prefix length", .stores = false},
-        {.text = "65000:1::5::1/1/2", .message = "Invalid prefix length", .stores = false},
         {.text = "65000:1::/5::1", .message = "Invalid prefix length", .stores = false},
         {.text = "100::5x::1", .message = "Invalid RD format: '100'", .stores = false},
         {.text = "::1::2::3", .message = "Invalid RD format: ''", .stores = false},
-        {.text = "1:x::5::1", .message = "Invalid route-distinguisher: 1:x", .stores = false},
         {.text = "65000:1::5x::256", .message = "Invalid address type '5x'", .stores = false},
         {.text = "65000:1::::256", .message = range, .stores = false},
     });
@@ -97,14 +93,12 @@ TEST(ParseAtmvpn, StoresWhatComesBeforeAFault)
 {
     check({
         {.text = "65000:1::5::7:256:1", .address = "07", .message = "Invalid address component '256'"},
-        {.text = "65000:1::5::7: :2", .address = "07", .message = "Invalid address component ' '"},
         {.text = "65000:1::5::7::1.2.3.x:4", .address = "07", .message = "Invalid address component '1.2.3.x'"},
         {.text = "65000:1::5::1::2:", .address = "0102", .message = "Too many double colons in address"},
         {.text = "65000:1::5::1::", .address = "01", .message = "Too many double colons in address"},
         {.text = "65000:1::5::" + bytes_22 + ":1.2.3.4", .address = hexadecimal_22 + "01", .message = too_long},
         {.text = "65000:1::5:::" + bytes_22 + ":2:2", .address = hexadecimal_22 + "02", .message = too_long},
         {.text = "65000:1::5::1:2/14", .address = "0102", .message = no_match},
-        {.text = "65000:1::5::1::2/181", .address = "01" + zeros(42) + "02", .message = no_match},
         {.text = "65000:1::5::1::1", .address = "01" + zeros(42) + "01", .message = no_match},
     });
 }
