@@ -85,7 +85,7 @@ TEST(ParseIpaddr, Ipv4)
 {
     const std::vector<Row> rows = {
         {"010.001.1.08", 0, "10.1.1.8"},
-        {" 10. +1.\t2.3", 0, "10.1.2.3"},
+        {" 10. +1.\t2. 255", 0, "10.1.2.255"},
         {"", 0, "-1 EINVAL ip address is not specified"},
         {"-1.2.3.4", 0, "-1 EINVAL invalid input at '-1.2.3.4' in ip address: '-1.2.3.4'"},
         {" -5.1", 0, "-2 EINVAL invalid value '4294967291' in ip address: ' -5.1'"},
@@ -103,6 +103,7 @@ TEST(ParseIpaddr, Ipv4)
         {"10.0.0.0", required | mask_ok, "-2 EINVAL missing required prefix length or mask in address '10.0.0.0'"},
         {"10.1.2.3/8", host_zero, "-2 EINVAL host portion is not zero (10.0.0.0/8)"},
         {"10.1.2.3/0", host_zero, "-2 EINVAL host portion is not zero (10.1.2.3/0)"},
+        {"10.0.0.0/255.0.0.0", host_zero_mask, "10.0.0.0 mask 255.0.0.0"},
         {"10.1.2.3/255.0.0.0", host_zero_mask, "-2 EINVAL masked bits are not zero (10.0.0.0/255.0.0.0)"},
         // A number above 255 in digits and dots is a wrong address, in another text no address.
         {"1.256.3/8", pfx, "-2 EINVAL invalid value '256' in ip address: '1.256.3'"},

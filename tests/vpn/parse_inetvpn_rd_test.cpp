@@ -43,7 +43,6 @@ TEST(ParseInetvpnRd, Reads)
         {.text = "010.1.1.1:7", .type = 1, .high = 0x00010801, .low = 0x01010007},
         {.text = "1.10:3", .type = 2, .high = 0x00020001, .low = 0x000a0003},
         {.text = "1.10L:3", .type = 2, .high = 0x00020001, .low = 0x000a0003},
-        {.text = ".10:3", .type = 2, .high = 0x00020000, .low = 0x000a0003},
         {.text = "4200000000L:65535", .type = 2, .high = 0x0002fa56, .low = 0xea00ffff},
         {.text = "18446744073709551617L:0", .type = 2, .high = 0x0002ffff, .low = 0xffff0000},
         {.text = std::string(127, '0') + "1:7", .type = 0, .high = 0x00000001, .low = 0},
