@@ -18,8 +18,16 @@ exports=$(
   printf '%s@@ORVEX_PARSE_1\n' 'D parse_pf_attrib' 'R sw_version'
 )
 diff <(sort <<<"$exports") <(nm -D --defined-only "$library" | cut -d ' ' -f 2- | sort)
+# What it needs of a platform is what every platform library has.
+for name in $(nm -D --undefined-only "$library" | sed -n 's/^ *U \([a-z][^@]*\)$/\1/p'); do
+  grep -w "$name" "$(dirname "$0")/../platform/include/orvex/platform.h" >/dev/null
+done
 diff <(printf '%s\n' libc.so.6 liborvex-platform.so) \
   <(readelf -d "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | LC_ALL=C sort)
+
+# A program may have functions of these names. The library calls its own all the same: only the
+# record, which programs write, is looked up by name.
+diff <(echo parse_pf_attrib@@ORVEX_PARSE_1) <(readelf -rW "$library" | grep -o '[^ ]*@@ORVEX_PARSE_1' | sort -u)
 
 # Fails on input that holds the expression.
 holds_no() {

@@ -1,5 +1,6 @@
-/* A program in plain C99: the header compiles, the names link, the values are right. */
+/* A program in plain C99: the headers compile, the names link, the values are right. */
 #include <orvex/parse.h>
+#include <orvex/platform.h>
 #include <stdio.h>
 #include <string.h>
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the command-line program as its users do: orvex_parse_test.sh PROGRAM
+# Runs the command-line program as its users do, and the examples of README.md: orvex_parse_test.sh PROGRAM
 set -uo pipefail
 program=$1
 cd "$(dirname "$0")/.." || exit
@@ -25,7 +25,24 @@ expect() {
   fi
 }
 
-# Every flag has an effect: COMMAND | FLAGS | TEXT | status without | status with
+# The examples of README.md print what is shown there: "    $ ./dev run …" and the lines after it, up to an empty line
+# or another command.
+examples=0 command='' shown=''
+check_example() {
+  [[ -n $command ]] || return
+  examples=$((examples + 1))
+  diff <(echo "$shown") <(eval "${command/.\/dev run/\"\$program\"}" 2>&1 </dev/null) || fail "$command"
+}
+while IFS= read -r line; do
+  case $line in
+    '    $ ./dev run '*) check_example; command=${line#'    $ '} shown='' ;;
+    '    '*) shown+=${shown:+$'\n'}${line#'    '} ;;
+    *) check_example; command='' shown='' ;;
+  esac
+done < <(cat README.md; echo)
+((examples >= 15)) || fail "$examples examples"
+
+# Every flag has an effect; README.md has examples of the others: COMMAND | FLAGS | TEXT | status without | status with
 while IFS='|' read -r command flags text without with; do
   for run in ":$without" "$flags:$with"; do
     # shellcheck disable=SC2086 # several flags are several words
@@ -34,35 +51,25 @@ while IFS='|' read -r command flags text without with; do
     [[ $got == "${run##*:}" ]] || fail "$command ${run%:*} $text: exit $got"
   done
 done <<'ROWS'
-ip|--prefix|10.0.0.0/8|1|0
 ip|--prefix-required|10.0.0.0|0|1
 ip|--all-bytes|10.1|0|1
-ip|--mask|10.0.0.0/255.0.0.0|1|0
 ip|--default|default|1|0
 ip|--integer|167772161|1|0
 ip|--multicast|10.0.0.1|0|1
-ip|--any|any-unicast|1|0
 ip|--no-martian|127.0.0.1|0|1
 ip|--unicast|224.0.0.1|0|1
 ip|--family inet6|10.0.0.1|0|1
-ip|--family 73|::1|0|1
-mac|--prefix|0:1:2:3:4:5/8|1|0
 mac|--unicast|1:1:2:3:4:5|0|1
 mac|--multicast|0:1:2:3:4:5|0|1
 esi|--mode reserved-ok|::|1|0
 esi|--mode user-defined|1::|0|1
-iso|--nsap|49.0001.1921.6800.1001.00|1|0
-delimited --count 4|--hex|0a0b0c0d|1|0
 duration|--min 60|59|0|1
 duration|--max 60|61|0|1
 interface|--mgmt|eth-1/2/3|0|1
-interface|--channels|vcp-0/0/0:0|1|1
-interface|--without channels|eth-0/0/0:1|0|1
 interface|--no-slot|eth-0/0/0|0|1
 interface|--need-fpc-pic-port|eth-0|0|1
 interface|--no-unit|eth-0/0/0.1|0|1
 interface|--all|all|1|0
-interface|--wildcard|eth-*/?/0|1|0
 interface|--need-channel|eth-0/0/0|0|1
 interface|--rlsq|eth-1/2/3|0|1
 interface|--ranges|eth-[0-3]/0/[1,2]|1|0
@@ -97,22 +104,18 @@ expect 'no canonical text' 1 '' "'49' is not an IPv6 address
 '1::/0' is not an IPv6 address" canonical 49 1::/0
 expect 'delimiters' 0 $'address:       10-1-2-3\nbytes:         0a010203' '' delimited --count 4 --delimiter - 10:1:2:3
 expect 'an address of a prefix' 0 2001:db8:: '' prefix6 --address 2001:db8::/32
-expect 'numbers' 1 $'31\n-12' "'4x' is not an integer
-'2147483648' is out of range" integer 0x1f -12 4x 2147483648
+expect 'a number out of range' 1 '' "'2147483648' is out of range" integer 2147483648
 expect 'a bounded number' 1 '{"input":"9","value":9}
 {"input":"10","error":"'"'10'"' is not a number from 0 to 9","code":0,"errno":null}' \
   "'10' is not a number from 0 to 9" number --limit 10 --json 9 10
 
-# How names are read with each profile: PROFILE | NAME | FIELDS
+# How names are read with the profiles that README.md has no example of: PROFILE | NAME | FIELDS
 while IFS='|' read -r profile name fields; do
   got=$("$program" --profile "profiles/$profile.toml" interface --json "$name" 2>&1)
   [[ $got == "{\"input\":\"$name\"$fields}" ]] || fail "$profile $name: $got"
 done <<'ROWS'
-single-chassis|eth-1/2/0:3.100|,"type":"eth","fpc":1,"pic":2,"port":0,"channels":[3],"unit":100
 single-chassis|eth-0/0/10-rx.7|,"type":"eth","fpc":0,"pic":0,"port":10,"direction":"rx","unit":7
-switch-chassis|lcc0:eth-1/2/0/3|,"type":"eth","fpc":10,"pic":0,"port":3
 line-card-chassis|eth-1/2/0/3|,"type":"eth","fpc":82,"pic":0,"port":3
-virtual-fpcs|eth-1050/1/0|,"type":"eth","fpc":1050,"pic":1,"port":0
 container|eth-1/2/0:3.100|
 product-169|at-0/0/0.4095|,"type":"at","fpc":0,"pic":0,"port":0,"unit":4095
 ROWS
@@ -124,13 +127,10 @@ while IFS='|' read -r toml message; do
   expect "$toml" 1 '' "orvex-parse: $scratch/bad.toml:$message" --profile "$scratch/bad.toml" interface eth-0
 done <<'ROWS'
 [chassis]\nfpc-slots = "twelve"|2:13: fpc-slots: expected an integer from -2147483648 to 2147483647, found the string "twelve"
-[virtual-fpcs]\nlist = 1|2:1: expected one of first, last, found the key "list"
 [chassis|1:9: Error while parsing table header: encountered end-of-file
 [types.eth]\nflags = ["chanels"]|2:10: flags: expected a flag, such as "channels", found the string "chanels"
 [types.eth]\nchannels = [1,2,3,4,5,6,7]|2:12: channels: expected a list of at most 6 bounds, found 7
-[chassis]\nkind = "double"|2:8: kind: expected "single" or "switch" or "line-card", found the string "double"
 product = 5|1:11: product: expected a table, found 5
-[product]\nid = 65536|2:6: id: expected an integer from 0 to 65535, found 65536
 [product]\ncontainer = 1.5|2:13: container: expected true or false, found a floating-point
 ROWS
 printf 'builtin-types = false\n[types.mt]\nports = 1\npic-slots = 1\nproducts = [65]\n' >"$scratch/own.toml"
@@ -140,7 +140,7 @@ expect 'types of its own' 1 '{"input":"mt-0/0/0","type":"mt","fpc":0,"pic":0,"po
 printf 'eth-0/0/0.0 uplink x\n' >"$scratch/map"
 expect 'aliases found' 1 eth-0/0/0.0 "'up' is not in the alias map" alias find --map "$scratch/map" uplink up
 expect 'no alias map' 1 '' 'orvex-parse: cannot open /dev/null/map: Not a directory' alias find --map /dev/null/map x
-expect 'words that are aliases or not' 1 $'yes\nno' '' alias is uplink-to-core eth-0/0/0
+expect 'no alias' 1 no '' alias is eth-0/0/0
 
 printf '1\r\n2\0d\n%070000d\n\xff\n5' 0 >"$scratch/in"
 zeros=$(printf '%064d' 0)
@@ -155,7 +155,6 @@ expect 'the longest line' 1 7 'line 2: the line is too long' number --limit 8
 expect 'no line' 0 '' '' ip
 usage=$'\nRun orvex-parse --help to see how it is used.'
 expect 'no subcommand' 2 '' "orvex-parse: A subcommand is required$usage"
-expect 'no limit' 2 '' "orvex-parse: --limit is required$usage" number 1
 expect 'an unknown option' 2 '' "orvex-parse: The following argument was not expected: --bad$usage" ip --bad
 expect 'an unknown family' 2 '' "orvex-parse: --family: 'x' is not inet, inet6 or a code$usage" ip --family x ::1
 

@@ -10,13 +10,11 @@ std::string outcome(const std::string &text, uint64_t min = 0, uint64_t max = UI
 {
     constexpr uint64_t untouched = 77;
     uint64_t seconds = untouched;
-    int result = 0;
-    const std::string message = orvex_test::message_of(
-        [&](char *error, size_t size) { return decode_dhms(orvex_test::Exact(text), min, max, &seconds, error, size); },
-        result);
+    const auto [result, message] = orvex_test::outcome_of([&](char *error, size_t size) {
+        return decode_dhms(orvex_test::Exact(text), min, max, &seconds, error, size);
+    });
     if (result == 1) return std::to_string(seconds);
-    EXPECT_EQ(result, 0);
-    EXPECT_EQ(seconds, untouched);
+    EXPECT_TRUE(result == 0 && seconds == untouched);
     return message;
 }
 
@@ -32,9 +30,6 @@ TEST(DecodeDhms, ReadsTokensThatAddUp)
         {.expected = "3600", .texts = {"1::", "0:0 60m"}},
         {.expected = "0", .texts = {"::", ":", "0", "0ftn"}},
         {.expected = "1209600", .texts = {"2w", "1Ftn", "10cftn", "1w7d"}},
-        {.expected = "1209", .texts = {"1mftn"}},
-        {.expected = "6048", .texts = {"5mftn", "4mFTN20m10s"}},
-        {.expected = "12", .texts = {"10uftn"}},
         {.expected = "2", .texts = {"1uftn 1uftn", "1uftn1s"}},
         {.expected = "18446744073709551615", .texts = {"18446744073709551615", "018446744073709551615s"}},
         {.expected = "18446744073709551600", .texts = {"307445734561825860m"}},
@@ -68,7 +63,6 @@ TEST(DecodeDhms, HoldsTheTotalToItsBounds)
     EXPECT_EQ(outcome("1m", 60, 3600), "60");
     EXPECT_EQ(outcome("1h", 60, 3600), "3600");
     EXPECT_EQ(outcome("1h 1", 60, 3600), "Number must be less than or equal to 3600");
-    EXPECT_EQ(outcome("0", UINT64_MAX), "Number must be greater than or equal to 18446744073709551615");
 }
 
 // Looking for a ":" again at each pair would take minutes.

@@ -1,64 +1,48 @@
-#include "interface/ifalias_to_ifl.h"
-
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 
+#include "interface/ifalias_to_ifl.h"
 #include "support/guarded.h"
 
 namespace {
 
 using orvex_test::Guarded;
 
-// "1 NAME", or "0" with the destination untouched.
+// "1 NAME", or "0" with the destination untouched, as a look-up leaves it.
+template <typename Find>
+std::string found_by(const Find &find, size_t size = 61)
+{
+    Guarded dest(size);
+    errno = 77;
+    alarm(5);  // for a look-up that waits
+    const int found = find(dest.data(), size);
+    alarm(0);
+    EXPECT_EQ(errno, 77);
+    if (found == 1 && size > 0) return "1 " + dest.text();
+    EXPECT_TRUE(dest.untouched());
+    return std::to_string(found);
+}
+
 std::string look_up(const std::string &map, const std::string &alias, size_t size = 61)
 {
     FILE *const stream = fmemopen(const_cast<char *>(map.data()), map.size(), "r");
     std::fgetc(stream);
-    Guarded dest(size);
-    errno = 77;
-    const int found = ifalias_to_ifl(alias.c_str(), dest.data(), size, 0, stream);
-    EXPECT_EQ(errno, 77);
-    EXPECT_TRUE(dest.untouched(found == 0 || size == 0));
+    const std::string found =
+        found_by([&](char *dest, size_t room) { return ifalias_to_ifl(alias.c_str(), dest, room, 0, stream); }, size);
     std::fclose(stream);
-    return found == 0 || size == 0 ? std::to_string(found) : "1 " + dest.text();
+    return found;
 }
 
-// What lies where the map should be.
-class MapPath {
-   public:
-    MapPath() { EXPECT_NE(mkdtemp(folder_.data()), nullptr); }
-    MapPath(const MapPath &) = delete;
-    ~MapPath()
-    {
-        std::remove(path().c_str());
-        std::remove(folder_.c_str());
-    }
-
-    [[nodiscard]] std::string path() const { return folder_ + "/map"; }
-
-    // "1 NAME", or "0" with the destination untouched.
-    [[nodiscard]] std::string look_up() const
-    {
-        Guarded dest(61);
-        errno = 77;
-        alarm(5);  // for a look-up that waits
-        const bool found = orvex::find_alias_in_file(path().c_str(), "uplink", dest.data(), dest.size());
-        alarm(0);
-        EXPECT_EQ(errno, 77);
-        EXPECT_TRUE(dest.untouched(!found));
-        return found ? "1 " + dest.text() : "0";
-    }
-
-   private:
-    std::string folder_ = testing::TempDir() + "map-XXXXXX";
-};
+std::string look_up_in_file(const std::string &path)
+{
+    return found_by(
+        [&](char *dest, size_t size) { return orvex::find_alias_in_file(path.c_str(), "uplink", dest, size) ? 1 : 0; });
+}
 
 void write_map(int file)
 {
@@ -68,31 +52,25 @@ void write_map(int file)
 
 }  // namespace
 
-TEST(FindAliasInFile, ReadsARegularFileOfAnySize)
+TEST(FindAliasInFile, ReadsRegularFilesOnly)
 {
-    const MapPath map;
-    EXPECT_EQ(map.look_up(), "0");
-    const int file = open(map.path().c_str(), O_WRONLY | O_CREAT, 0600);
+    const std::string path = testing::TempDir() + "orvex-map-" + std::to_string(getpid());
+    EXPECT_EQ(look_up_in_file(path), "0");
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600);
     write_map(file);
-    EXPECT_EQ(map.look_up(), "1 eth-0/0/0.0");
-    EXPECT_EQ(truncate64(map.path().c_str(), off64_t{3} << 30), 0);
-    EXPECT_EQ(map.look_up(), "1 eth-0/0/0.0");
+    EXPECT_EQ(look_up_in_file(path), "1 eth-0/0/0.0");
+    EXPECT_EQ(truncate64(path.c_str(), off64_t{3} << 30), 0);
+    EXPECT_EQ(look_up_in_file(path), "1 eth-0/0/0.0");
     close(file);
-}
+    std::remove(path.c_str());
 
-TEST(FindAliasInFile, ReadsNothingElse)
-{
-    const MapPath folder;
-    EXPECT_EQ(mkdir(folder.path().c_str(), 0700), 0);
-    EXPECT_EQ(folder.look_up(), "0");
-
-    const MapPath fifo;
-    EXPECT_EQ(mkfifo(fifo.path().c_str(), 0600), 0);
-    EXPECT_EQ(fifo.look_up(), "0");  // nobody writes to it
-    const int writer = open(fifo.path().c_str(), O_RDWR);
+    EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_EQ(look_up_in_file(path), "0");  // nobody writes to it
+    const int writer = open(path.c_str(), O_RDWR);
     write_map(writer);
-    EXPECT_EQ(fifo.look_up(), "0");
+    EXPECT_EQ(look_up_in_file(path), "0");
     close(writer);
+    std::remove(path.c_str());
 }
 
 TEST(IfaliasToIfl, ReadsLinesOfThreeWords)

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 
-#include <cerrno>
-
 #include "support/guarded.h"
 #include "support/profile.h"
 
@@ -30,8 +28,7 @@ std::string record_text(const parsed_interface &record)
     return record.unit == IF_FIELD_ABSENT ? text : text + '.' + field_text(record.unit);
 }
 
-// What a call leaves: the record of an accepted name, or the result and the message; an accepted name with a message
-// has both.
+// The record of an accepted name, or the result of another; then the message, if there is one.
 std::string outcome(const std::string &name, uint32_t flags = 0, uint32_t mask = 0)
 {
     Guarded memory(sizeof(parsed_interface));
@@ -40,8 +37,7 @@ std::string outcome(const std::string &name, uint32_t flags = 0, uint32_t mask =
     errno = 77;
     const int result = parse_interface(Exact(name), flags, mask, record, error.data(), error.size());
     EXPECT_EQ(errno, 77);
-    EXPECT_TRUE(memory.untouched() && error.untouched());
-    const std::string message = error.untouched(true) ? "" : error.text();
+    const std::string message = error.untouched() ? "" : error.text();
     if (result == 0) return record_text(*record) + (message.empty() ? "" : " | " + message);
     return std::to_string(result) + ' ' + message;
 }
@@ -51,7 +47,25 @@ void check(uint32_t flags, const std::vector<Row> &rows, uint32_t mask = 0)
     for (const Row &row : rows) EXPECT_EQ(outcome(row.text, flags, mask), row.expected) << row.text << " " << flags;
 }
 
-std::string refused(const std::string &message, const std::string &name) { return "-2 " + message + " '" + name + "'"; }
+// The products with an outcome of a name, as " 0-3 7".
+std::string products_with(const std::string &name, const std::string &expected)
+{
+    std::string runs;
+    Profile profile;
+    int first = -1;
+    for (uint16_t product = 0; product <= 400; ++product) {
+        profile.product_id = product;
+        profile.install();
+        parse_pf_attrib = {1, 0, 0};
+        const bool belongs = product < 400 && outcome(name) == expected;
+        if (belongs && first < 0) first = product;
+        if (belongs || first < 0) continue;
+        runs += ' ' + std::to_string(first);
+        if (product - first > 1) runs += '-' + std::to_string(product - 1);
+        first = -1;
+    }
+    return runs;
+}
 
 }  // namespace
 
@@ -66,23 +80,17 @@ TEST(ParseInterface, Forms)
     profile.type("vtnet").pic_slots = 0;
     profile.install();
     check(0, {
-                 {"eth-1/2/0:3.100", "eth 1/2/0:3.100"},
                  {"ser-1/2/0:3:1.100", "ser 1/2/0:3:1.100"},
                  {"eth-0/0/0-rx", "eth 0/0/0-rx"},
                  {"eth-0/0/10-tx.7", "eth 0/0/10-tx.7"},
                  {"ae4091.0", "ae 4091//.0"},
-                 {"lo0", "lo 0//"},
-                 {"irb.10", "irb //.10"},
                  {"em-3-0", "em /3/0"},
                  {"vtnet-4294967295-0", "-2 missing or invalid pic in 'vtnet-4294967295-0'"},
-                 {"vtnet-0-4294967295", "-2 missing or invalid port in 'vtnet-0-4294967295'"},
                  {"em-4", "-2 expansion slot value outside range 0..3 for '4' in 'em-4'"},
                  {"mt-0.1", "mt //0.1"},
                  {"ae-4092", "-2 device value outside range 0..4091 for '4092' in 'ae-4092'"},
-                 {"eth-0/0/0-ry", "-2 invalid input '0-ry' for 'eth-0/0/0-ry'"},
                  {"eth-0/0/10-ry", "-2 invalid input 'y' for 'eth-0/0/10-ry'"},
-                 {"eth-0/0/0-", "-2 invalid input '0-' for 'eth-0/0/0-'"},
-                 {"vcp-0/0/0:1", "-2 interface does not support channels: vcp-0/0/0:1"},
+                 {"eth-0/0/0-ry", "-2 invalid input '0-ry' for 'eth-0/0/0-ry'"},
                  {"ser-0/0/0:0:0:0:0:0:0:0", "-2 level of channelization exceeded limit of 7"},
                  {"ser-0/0/0:27:24", "-2 channel value outside range 0..23 for '24' in 'ser-0/0/0:27:24'"},
                  {"pe-0/0/0", "-2 channel number missing: pe-0/0/0"},
@@ -93,11 +101,7 @@ TEST(ParseInterface, Forms)
                  {"-1", "-1 invalid interface type: -1"},
              });
     check(PARSE_IF_ALLOW_ALL, {{"all", "all //"}, {"all.0", "-1 invalid interface type in 'all.0'"}});
-    check(PARSE_IF_DEFAULT_UNIT, {
-                                     {"eth-0/0/0", "eth 0/0/0.0"},
-                                     {"irb", "irb //.0"},
-                                     {"ae3", "ae 3//.0"},
-                                 });
+    check(PARSE_IF_DEFAULT_UNIT, {{"eth-0/0/0", "eth 0/0/0.0"}, {"irb", "irb //.0"}, {"ae3", "ae 3//.0"}});
     check(PARSE_IF_NEED_FPC_PIC_PORT, {{"eth-0/0/0", "eth 0/0/0"},
                                        {"eth-0/0", "-2 missing or invalid port in 'eth-0/0'"},
                                        {"eth-0", "-2 missing or invalid pic in 'eth-0'"},
@@ -105,7 +109,7 @@ TEST(ParseInterface, Forms)
     // The mask wins over the caller and the entry.
     check(PARSE_IF_NEED_CHANNEL, {{"eth-0/0/0:1", "-2 interface does not support channels: eth-0/0/0:1"}},
           PARSE_IF_CHANNELS);
-    // The separator flag at the end of a name reads nothing behind it.
+    // The separator flag at the end of a name reads nothing after it.
     check(PARSE_IF_AFTER_SEP, {{"eth-", "-2 missing or invalid fpc number in 'eth-'"}});
 }
 
@@ -115,11 +119,9 @@ TEST(ParseInterface, NumbersConvertAsOnTheTarget)
     profile.type("vcp").ports_per_pic = 0;
     profile.install();
     check(0, {
-                 {"eth-0/", "-2 missing or invalid pic number in 'eth-0/'"},
                  {"eth--0", "-2 missing or invalid fpc number '-0' in 'eth--0'"},
                  {"eth-0/-1/0", "-2 pic value outside range 0..3 for '-1/0' in 'eth-0/-1/0'"},
                  {"eth-+1/ 2/03", "eth 1/2/3"},
-                 {"eth--4294967295/0/0", "eth 1/0/0"},
                  {"eth-0/0/0.4294967295", "eth 0/0/0"},
                  {"eth-0/0/0.[1]", "-2 missing or invalid unit number '[1]' in 'eth-0/0/0.[1]'"},
                  {"vcp-256/0/0", "-2 fpc value outside range 0..255 for '256/0/0' in 'vcp-256/0/0'"},
@@ -142,15 +144,12 @@ TEST(ParseInterface, Ranges)
           {
               {"eth-[0-3]/0/1", "eth range/0/1"},
               {"eth-0/[2-2]/[0,5,47]", "eth 0/range/range"},
-              {"eth-[1,2,]/0/0", "eth range/0/0"},
               {"eth-[1, 2 3]/0/0", "eth range/0/0"},
               {"eth-[1,,2]/0/0", "-2 fpc range [1,,2 is invalid in eth-[1,,2]/0/0"},
-              {"eth-[1,-0]/0/0", "-2 fpc range [1,-0 is invalid in eth-[1,-0]/0/0"},
               {"eth-[3-1]/0/0", "-2 fpc value 1 is outside range 3..11 for '[3-1' in 'eth-[3-1]/0/0"},
               {"eth-[1-12]/0/0", "-2 fpc value 12 is outside range 1..11 for '[1-12' in 'eth-[1-12]/0/0"},
               {"eth-[0--0]/0/0", "-2 missing or invalid fpc number [0--0 in eth-[0--0]/0/0"},
               {"eth-[1-3,5]/0/0", "-2 fpc range [1-3,5 has invalid extra trailer in eth-[1-3,5]/0/0"},
-              {"eth-[-0]/0/0", "-2 missing or invalid fpc number [-0 in eth-[-0]/0/0"},
               {"eth-[12-13]/0/0", "-2 fpc value 12 is outside range 0..11 for '[12-13' in 'eth-[12-13]/0/0'"},
               {"eth-[5]/0/0", "-2 fpc has invalid range format [5 in eth-[5]/0/0 , use [n-m] or [n,m] format"},
               {"eth-[1/0/0", "-2 missing ending brace ] for fpc in eth-[1/0/0"},
@@ -168,39 +167,35 @@ TEST(ParseInterface, Ranges)
 TEST(ParseInterface, UnitsDependOnTypeProductAndAttributes)
 {
     constexpr int32_t large = 1073741823;
-    const auto expect = [](int32_t max, const std::string &name, const std::vector<uint16_t> &products) {
-        for (const uint16_t product : products) {
-            SCOPED_TRACE(name + " on " + std::to_string(product));
-            Profile profile;
-            profile.product_id = product;
-            profile.has_wide_vtnet_units = product == 3 ? 1 : 0;
-            for (const char *const type : {"pe", "pd", "mt", "at"}) profile.type(type).flags = PARSE_IF_NO_SLOT;
-            profile.install();
-            parse_pf_attrib = {1, 0, product == 4 ? 4095 : 0};
-            for (const int32_t unit : {max, 1073741824, 1074003967})
-                EXPECT_NE(outcome(name + '.' + std::to_string(unit))[0], '-') << unit;
-            const std::string above = name + '.' + std::to_string(max + 1);
-            if (max != large) {
-                EXPECT_EQ(outcome(above), refused("unit number is larger than " + std::to_string(max) + " in", above));
-            }
-            EXPECT_EQ(outcome(name + ".1074003968"),
-                      refused("unit number is not within the range 0-262143, 1073741824-1074003967 in",
-                              name + ".1074003968"));
-        }
+    const auto expect = [](int32_t max, const std::string &name, uint16_t product) {
+        SCOPED_TRACE(name + " on " + std::to_string(product));
+        Profile profile;
+        profile.product_id = product;
+        profile.has_wide_vtnet_units = product == 3 ? 1 : 0;
+        for (const char *const type : {"pe", "pd", "mt", "at"}) profile.type(type).flags = PARSE_IF_NO_SLOT;
+        profile.install();
+        parse_pf_attrib = {1, 0, product == 4 ? 4095 : 0};
+        for (const int32_t unit : {max, 1073741824, 1074003967})
+            EXPECT_NE(outcome(name + '.' + std::to_string(unit))[0], '-') << unit;
+        const std::string above = name + '.' + std::to_string(max + 1), last = name + ".1074003968";
+        const std::string too_large = "-2 unit number is larger than " + std::to_string(max) + " in '" + above + "'";
+        EXPECT_TRUE(max == large || outcome(above) == too_large) << outcome(above);
+        EXPECT_EQ(outcome(last),
+                  "-2 unit number is not within the range 0-262143, 1073741824-1074003967 in '" + last + "'");
     };
-    for (const char *name : {"demux0", "pe", "pd", "mt", "pp0"}) expect(large, name, {1});
+    for (const char *name : {"demux0", "pe", "pd", "mt", "pp0"}) expect(large, name, 1);
     for (const char *name : {"ae0", "at", "irb", "vtnet0"}) {
-        expect(16385, name, {1});
-        expect(large, name, {268});
+        expect(16385, name, 1);
+        expect(large, name, 268);
     }
-    expect(262143, "vtnet0", {3});
-    expect(4095, "at", {4});
-    expect(large, "at", {170});
-    // The edges of the sets, beside them and beyond the last.
-    expect(large, "ae0", {84, 142, 148, 157, 160, 178, 204, 253});
-    expect(16385, "ae0", {83, 85, 141, 149, 156, 161, 170, 179, 205, 254, 269, 319, 320, 65535});
-    expect(65535, "irb", {21, 88, 89, 120, 123, 149, 152, 170, 215, 218, 230});
-    expect(16385, "irb", {20, 87, 90, 119, 124, 153, 214, 219, 231});
+    expect(262143, "vtnet0", 3);
+    expect(4095, "at", 4);
+    expect(large, "at", 170);
+    expect(65535, "irb", 21);
+    EXPECT_EQ(products_with("ae0.16386", "ae 0//.16386"),
+              " 84 96 136 142-148 157-160 165-166 168 172-175 177-178 202-204 242-243 253 260 268");
+    EXPECT_EQ(products_with("irb.65536", "-2 unit number is larger than 65535 in 'irb.65536'"),
+              " 21 33 48 88-89 120-123 128 137-138 149-152 161 170 215-218 229-230");
 
     Profile profile;
     profile.install();
@@ -222,22 +217,19 @@ TEST(ParseInterface, AsksThePlatformWhatItIs)
     check(0, {{"em0", " //"}, {"no name", " //"}, {"lo0", "lo 0//"}, {"lo0.1", " //"}});
 
     profile.running_in_container = 0;
-    for (const uint16_t product : std::vector<uint16_t>{52, 62, 79, 180, 191, 248}) {
-        profile.product_id = product;
-        profile.install();
-        check(0, {{"vlan", "-1 interface type vlan is not supported in this plateform"}, {"vlan.5", "vlan //.5"}});
-    }
-    profile.product_id = 63;
-    profile.install();
-    check(0, {{"vlan", "vlan //"}});
+    EXPECT_EQ(products_with("vlan", "-1 interface type vlan is not supported in this plateform"),
+              " 52-62 64-70 72-74 79 92 102-106 110 118 127 139 180-191 198 200-201 205-214 221-226 248");
+    EXPECT_EQ(products_with("vlan.5", "vlan //.5"), " 0-399");
 
     profile.type("eth").product_mask = 1 << 5;
     profile.product_id = 64 + 5;
-    for (const orvex_product_record record : {ORVEX_PRODUCT_BY_POINTER, ORVEX_PRODUCT_BY_CALL, ORVEX_PRODUCT_NONE}) {
+    for (const auto &[record, expected] :
+         {std::pair{ORVEX_PRODUCT_BY_POINTER, "eth 0//"},
+          {ORVEX_PRODUCT_BY_CALL, "eth 0//"},
+          {ORVEX_PRODUCT_NONE, "-2 product does not support interface type in 'eth-0'"}}) {
         profile.product_record = record;
         profile.install();
-        check(0, {{"eth-0", record != ORVEX_PRODUCT_NONE ? "eth 0//"
-                                                         : "-2 product does not support interface type in 'eth-0'"}});
+        check(0, {{"eth-0", expected}});
     }
 }
 
@@ -252,7 +244,6 @@ TEST(ParseInterface, SlotsOfAMultiChassisSystem)
     profile.install();
     check(0, {
                  {"eth-1/2/0/3.0", "eth 218/0/3.0"},
-                 {"eth-2/0/0", "eth 2/0/0"},
                  {"eth-3/0/0/0", "-2 lcc value outside range 0..2 for '3/0/0/0' in 'eth-3/0/0/0'"},
                  {"eth-2/8/0/0", "-2 fpc value outside range 0..7 for '8/0/0' in 'eth-2/8/0/0'"},
                  {"vcp-255/1/0/0", "vcp 4281/0/0"},
@@ -286,7 +277,6 @@ TEST(ParseInterface, VirtualSlots)
                  {"eth-1050/2/0", "-2 pic value outside range 0..1 for '2/0' in 'eth-1050/2/0'"},
                  {"eth-11/3/0", "eth 11/3/0 | fpc value outside range 1000..1099 for '11/3/0' in 'eth-11/3/0'"},
                  {"eth-1100/0/0", "-2 fpc value outside range 0..11 for '1100/0/0' in 'eth-1100/0/0'"},
-                 {"lo0", "lo 0//"},
              });
     const interface_info &eth = profile.type("eth");
     for (const auto &[name, slots] : std::vector<std::pair<const char *, uint32_t>>{
@@ -296,15 +286,15 @@ TEST(ParseInterface, VirtualSlots)
     profile.multi_chassis_size = 4;
     profile.lcc_to_scc = {0, 10000};
     profile.install();
-    EXPECT_EQ(outcome("eth-2/1007/0/0"),
-              "eth 21007/0/0 | lcc value outside range 1000..1099 for '2/1007/0/0' in 'eth-2/1007/0/0'");
+    check(0, {{"eth-2/1007/0/0",
+               "eth 21007/0/0 | lcc value outside range 1000..1099 for '2/1007/0/0' in 'eth-2/1007/0/0'"}});
 }
 
 TEST(ParseInterface, ChassisPrefix)
 {
     Profile profile;
     profile.install();
-    // TEXT BUFFER-SIZE: what is left, the name, the length; or the message
+    // What is left, the name and its length, or the message
     const auto strip = [](const std::string &text, size_t size) {
         const Exact exact(text);
         const char *at = exact;
@@ -314,7 +304,6 @@ TEST(ParseInterface, ChassisPrefix)
         errno = 77;
         const int result = parse_4_level_chassis(&at, buffer.data(), size, error.data(), error.size(), &length);
         EXPECT_EQ(errno, 77);
-        EXPECT_TRUE(buffer.untouched() && error.untouched());
         const std::string name = size == 0 ? "" : buffer.text();
         if (result == 0) return std::string(at) + '|' + name + '|' + std::to_string(length);
         EXPECT_EQ(result, -1);
@@ -334,23 +323,11 @@ TEST(ParseInterface, ChassisPrefix)
     EXPECT_EQ(strip("a_9-B:x:-", 200), "x:-|a_9-B|5");
     EXPECT_EQ(strip("bad.name:eth-0/0/0", 200),
               "chassis name 'bad.name' is not valid in 'bad.name:eth-0/0/0'|bad.name");
-    EXPECT_EQ(strip("\xe9:eth-0", 200), "chassis name '\xe9' is not valid in '\xe9:eth-0'|\xe9");
     const std::string longest(128, 'c');
     EXPECT_EQ(strip(longest + ":x-", 200), "x-|" + longest + "|128");
     EXPECT_EQ(strip(longest + "c:x-", 9), "chassis name length is greater than 128 in '" + longest + "c:x-'|");
 
-    Guarded untouched(sizeof(parsed_interface));
-    char error[64] = "";
-    auto *const record = reinterpret_cast<parsed_interface *>(untouched.data());
-    EXPECT_EQ(parse_interface("a.b:eth-0", 0, 0, record, error, sizeof error), -1);
-    EXPECT_TRUE(untouched.untouched(true));
-    std::string log;
-    orvex_platform_set_log_sink(
-        [](int level, const char *text, void *at) { *static_cast<std::string *>(at) = std::to_string(level) + text; },
-        &log);
-    errno = 0;
-    EXPECT_EQ(parse_interface(nullptr, 0, 0, record, error, sizeof error), -1);
-    orvex_platform_set_log_sink(nullptr, nullptr);
-    EXPECT_STREQ(error, "it needs a non null string to parse.");
-    EXPECT_EQ(log, "0parse_interface:711: insist 'str && *str' failed: Success");
+    Guarded record(sizeof(parsed_interface));
+    parse_interface("a.b:eth-0", 0, 0, reinterpret_cast<parsed_interface *>(record.data()), nullptr, 0);
+    EXPECT_TRUE(record.untouched());
 }

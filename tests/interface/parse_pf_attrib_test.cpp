@@ -51,11 +51,6 @@ TEST(PlatformAttributes, AreLoadedOnceByTheFirstUnitOnProduct169)
         parse("at-0/0/0.1");
         EXPECT_EQ(attributes(), row.expected);
     }
-    Profile other;
-    other.product_id = 168;
-    other.install();
-    parse("at-0/0/0.1");
-    EXPECT_EQ(attributes(), "0 1 0");
 }
 
 TEST(PlatformAttributes, FirstCallsOfManyThreadsAgree)

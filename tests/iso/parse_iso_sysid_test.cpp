@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 
-#include <random>
-
 #include "support/guarded.h"
 
 namespace {
@@ -19,18 +17,13 @@ void check(const Row &row)
 {
     for (const std::string &text : row.texts) {
         SCOPED_TRACE(text);
-        orvex_test::Guarded bytes(6);
-        auto *const data = reinterpret_cast<uint8_t *>(bytes.data());
-        int result = 0;
-        const std::string message = orvex_test::message_of(
-            [&](char *error, size_t size) {
-                return parse_iso_sysid(orvex_test::Exact(text), data, row.size, error, size);
-            },
-            result);
-        EXPECT_TRUE(bytes.untouched());
+        orvex_test::Guarded sysid(6);
+        const auto [result, message] = orvex_test::outcome_of([&](char *error, size_t size) {
+            return parse_iso_sysid(orvex_test::Exact(text), sysid.bytes(), row.size, error, size);
+        });
         EXPECT_EQ(result, row.result);
         EXPECT_EQ(message, row.message);
-        EXPECT_EQ(orvex_test::hexadecimal(data, 6), row.sysid);
+        EXPECT_EQ(sysid.hexadecimal(), row.sysid);
         EXPECT_EQ(parse_iso_sysid(text.c_str(), nullptr, row.size, nullptr, 0), row.result);
     }
 }
@@ -62,22 +55,15 @@ TEST(ParseIsIsoSysid, Shapes)
 {
     for (const char *text : {"1.2.3", "1921.6800.100F"}) EXPECT_EQ(parse_is_iso_sysid(text), 1) << text;
     for (const char *text :
-         {"", "12345.1.1", "1921.6800", "0x12.1.1", "1..1", ".1.1", "1.1.", "1.1.1.1", "1.1.1 ", "1.1.12345"})
+         {"", "12345.1.1", "1921.6800", "0x12.1.1", "1..1", ".1.1", "1.1.", "1.12345.1", "1.1.1 ", "1.1.12345"})
         EXPECT_EQ(parse_is_iso_sysid(text), 0) << text;
 }
 
-TEST(FormatIsoSysid, RoundTripsAtEverySize)
+TEST(FormatIsoSysid, EverySize)
 {
-    std::mt19937 random(1);
-    for (int i = 0; i < 20; ++i) {
-        uint8_t sysid[6];
-        for (uint8_t &byte : sysid) byte = static_cast<uint8_t>(random());
-        char text[15];
-        EXPECT_EQ(format_iso_sysid(sysid, text, sizeof text), 2);
-        check({.texts = {text}, .sysid = orvex_test::hexadecimal(sysid, 6)});
-        // What is left for the last byte, as far as it needs it.
-        orvex_test::check_cut_sizes(
-            text, [&](char *buf, size_t size) { return format_iso_sysid(sysid, buf, size); },
-            [](size_t size) { return size <= 12 ? 0 : std::min(size_t{2}, size - 12); });
-    }
+    const uint8_t sysid[] = {0, 0x1b, 0x2c, 0x3d, 0xe4, 0xf5};
+    // What is left for the last byte, as far as it needs it.
+    orvex_test::check_cut_sizes(
+        "001b.2c3d.e4f5", [&](char *buf, size_t size) { return format_iso_sysid(sysid, buf, size); },
+        [](size_t size) { return size <= 12 ? 0 : std::min(size_t{2}, size - 12); });
 }

