@@ -3,11 +3,14 @@
 #define ORVEX_TESTS_GUARDED_H
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <span>
 #include <string>
@@ -26,28 +29,55 @@ inline std::string hexadecimal(const uint8_t *bytes, size_t count)
     return text;
 }
 
-// `size` bytes filled with a value that no test expects; fails the test when a byte next to them was written.
+// `size` bytes that end at a page that cannot be touched. Another such page comes before them, after up to a page of
+// bytes that may be.
+class Pages {
+   public:
+    explicit Pages(size_t size)
+        : size_(size), page_(static_cast<size_t>(sysconf(_SC_PAGESIZE))), length_((size / page_ + 3) * page_)
+    {
+        void *const memory = mmap(nullptr, length_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (memory == MAP_FAILED) std::abort();
+        start_ = static_cast<char *>(memory) + page_;
+        if (mprotect(start_, length_ - 2 * page_, PROT_READ | PROT_WRITE) != 0) std::abort();
+    }
+    Pages(const Pages &) = delete;
+    ~Pages() { munmap(start_ - page_, length_); }
+
+    [[nodiscard]] std::span<char> before() const { return {start_, length_ - 2 * page_ - size_}; }
+    [[nodiscard]] char *data() const { return start_ + before().size(); }
+    [[nodiscard]] size_t size() const { return size_; }
+
+   private:
+    size_t size_;
+    size_t page_;
+    size_t length_;
+    char *start_ = nullptr;
+};
+
+// `size` bytes filled with a value that no test expects. A write after them ends the test; one before them fails it.
 class Guarded {
    public:
-    explicit Guarded(size_t size) : bytes_(size + 2 * guard, fill) {}
-    Guarded(const Guarded &) = delete;
+    explicit Guarded(size_t size) : pages_(size)
+    {
+        std::memset(pages_.before().data(), fill, pages_.before().size() + size);
+    }
     ~Guarded()
     {
-        const std::string_view all(bytes_.data(), bytes_.size());
-        const std::string guards(guard, fill);
-        EXPECT_TRUE(all.starts_with(guards) && all.ends_with(guards)) << "next to " << size() << " bytes";
+        for (const char byte : pages_.before()) all_fill_ = all_fill_ && byte == fill;
+        EXPECT_TRUE(all_fill_) << "before " << size() << " bytes";
     }
 
-    char *data() { return bytes_.data() + guard; }
+    char *data() { return pages_.data(); }
     uint8_t *bytes() { return reinterpret_cast<uint8_t *>(data()); }
-    [[nodiscard]] size_t size() const { return bytes_.size() - 2 * guard; }
+    [[nodiscard]] size_t size() const { return pages_.size(); }
 
     [[nodiscard]] bool untouched() const { return rest_is(0, fill); }
 
     // Whether every byte from `start` on is `value`.
     [[nodiscard]] bool rest_is(size_t start, char value) const
     {
-        const std::string_view inside(bytes_.data() + guard, size());
+        const std::string_view inside(pages_.data(), size());
         return inside.find_first_not_of(value, start) == std::string_view::npos;
     }
 
@@ -64,8 +94,8 @@ class Guarded {
     static constexpr char fill = '\x5a';
 
    private:
-    static constexpr size_t guard = 16;
-    std::vector<char> bytes_;
+    Pages pages_;
+    bool all_fill_ = true;
 };
 
 // What a formatter leaves in a buffer that is smaller or larger than its text.
@@ -131,14 +161,17 @@ Outcome outcome_of(const Parse &parse)
     return {result, error.untouched() ? "" : error.text()};
 }
 
-// A text in memory of its exact size, so that reads after its end are found.
+// A text whose terminator is the last byte that can be read.
 class Exact {
    public:
-    explicit Exact(const std::string &text) : bytes_(text.c_str(), text.c_str() + text.size() + 1) {}
-    operator const char *() const { return bytes_.data(); }
+    explicit Exact(const std::string &text) : pages_(text.size() + 1)
+    {
+        std::memcpy(pages_.data(), text.c_str(), text.size() + 1);
+    }
+    operator const char *() const { return pages_.data(); }
 
    private:
-    std::vector<char> bytes_;
+    Pages pages_;
 };
 
 struct Row {
