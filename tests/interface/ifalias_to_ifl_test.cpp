@@ -56,6 +56,7 @@ TEST(FindAliasInFile, ReadsRegularFilesOnly)
 {
     const std::string path = testing::TempDir() + "orvex-map-" + std::to_string(getpid());
     EXPECT_EQ(look_up_in_file(path), "0");
+    EXPECT_NE(fcntl(STDIN_FILENO, F_GETFD), -1);  // not taken for the file
     const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600);
     write_map(file);
     EXPECT_EQ(look_up_in_file(path), "1 eth-0/0/0.0");

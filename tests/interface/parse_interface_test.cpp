@@ -98,7 +98,7 @@ TEST(ParseInterface, Forms)
                  {"ae1/0", "-2 pic, port, or channel are invalid for management interfaces: ae1/0"},
                  {"rlsq1/2", "-2 pic or port are invalid for rlsq interfaces: rlsq1/2"},
                  {"", "-1 invalid interface type: "},
-                 {"-1", "-1 invalid interface type: -1"},
+                 {"-x", "-1 invalid interface type: -x"},
              });
     check(PARSE_IF_ALLOW_ALL, {{"all", "all //"}, {"all.0", "-1 invalid interface type in 'all.0'"}});
     check(PARSE_IF_DEFAULT_UNIT, {{"eth-0/0/0", "eth 0/0/0.0"}, {"irb", "irb //.0"}, {"ae3", "ae 3//.0"}});

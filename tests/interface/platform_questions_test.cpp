@@ -50,6 +50,7 @@ int platform_hook_call(const char *hook_name, platform_hook_arg *arg_list, int32
         *answer = asked("container", router.in_container ? 7 : 0);
         return 0;
     }
+    EXPECT_EQ(arg_list[0].reserved + arg_list[1].reserved + arg_list[2].reserved, 0U);
     std::memset(*reinterpret_cast<void **>(arg_list[1].value), 0, arg_list[2].value);
     return asked(reinterpret_cast<const char *>(arg_list->value), 0);
 }

@@ -16,7 +16,7 @@ using orvex::convert;
 static_assert(convert<uint32_t>(" -5", Base::decimal).value == 4294967291U);
 static_assert(convert<uint32_t>("-4294967295", Base::decimal).value == 1);
 static_assert(convert<uint32_t>("-4294967296", Base::decimal).value == 4294967295U);
-static_assert(convert<uint32_t>("4294967296", Base::from_prefix).out_of_range);
+static_assert(convert<uint32_t>("0x10000000000000001", Base::from_prefix).out_of_range);
 static_assert(convert<int32_t>("-99999999999", Base::decimal).value == -2147483647 - 1);
 static_assert(convert<uint32_t>("0x", Base::hexadecimal).end[0] == 'x');
 
