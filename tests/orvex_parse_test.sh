@@ -132,7 +132,26 @@ done <<'ROWS'
 [types.eth]\nchannels = [1,2,3,4,5,6,7]|2:12: channels: expected a list of at most 6 bounds, found 7
 product = 5|1:11: product: expected a table, found 5
 [product]\ncontainer = 1.5|2:13: container: expected true or false, found a floating-point
+[virtual-fpcs]\nfirst = 2\nlast = 1|1:1: virtual-fpcs: first is above last
+[types]\neth-x = {}|2:1: expected names that an interface name can begin with, found the key "eth-x"
+[types]\n-x = {}|2:1: expected names that an interface name can begin with, found the key "-x"
 ROWS
+# What cannot be a profile is refused as a whole; a pipe can be one.
+ln -s / "$scratch/folder"
+head -c 1048577 /dev/zero | tr '\0' '#' >"$scratch/large"
+printf 'a = "\0"' >"$scratch/nul"
+while IFS='|' read -r file message; do
+  expect "profile $file" 1 '' "orvex-parse: $scratch/$file$message" --profile "$scratch/$file" interface eth-0
+done <<'ROWS'
+folder|: Is a directory
+missing|: No such file or directory
+large|: a profile has at most 1 MiB
+nul|: a profile holds no NUL characters
+ROWS
+{ printf '#\na'; printf '.a%.0s' {1..33}; printf ' = 1'; } >"$scratch/deep"
+expect 'a deep key' 1 '' "orvex-parse: $scratch/deep:2:1: a line has at most 32 dots" --profile "$scratch/deep" interface eth-0
+expect 'a profile from a pipe' 0 '{"input":"eth-1050/0/0","type":"eth","fpc":1050,"pic":0,"port":0}' '' \
+  --profile <(cat profiles/virtual-fpcs.toml) interface --json eth-1050/0/0
 printf 'builtin-types = false\n[types.mt]\nports = 1\npic-slots = 1\nproducts = [65]\n' >"$scratch/own.toml"
 expect 'types of its own' 1 '{"input":"mt-0/0/0","type":"mt","fpc":0,"pic":0,"port":0}
 {"input":"eth-0","error":"invalid interface type in '"'eth-0'"'","code":-1,"errno":null}' \
@@ -164,6 +183,13 @@ for disposition in - ''; do
   (trap "$disposition" PIPE; exec "$program" ip --json) <"$scratch/in" 2>"$scratch/err" | head -n 1 >"$scratch/out"
   [[ ${PIPESTATUS[0]} == 0 && ! -s $scratch/err && -s $scratch/out ]] || fail "a closed pipe, SIGPIPE '$disposition'"
 done
+yes 7x | timeout 10 "$program" integer 2>&1 >/dev/null | head -n 1 >"$scratch/out"
+[[ ${PIPESTATUS[1]} == 1 && -s $scratch/out ]] || fail 'standard error is closed'
+# A text cannot give orders to the terminal that shows it; files get it as it is.
+bell=$'\e[31m\ax'
+shown=$(script -qec "'$program' integer '$bell'" /dev/null)
+[[ $shown == "'\\x1b[31m\\x07x' is not an integer"$'\r' ]] || fail "on a terminal: $shown"
+expect 'control characters in a file' 1 '' "'$bell' is not an integer" integer "$bell"
 for arguments in 'ip 10.0.0.1' --help --version; do
   # shellcheck disable=SC2086 # several arguments are several words
   "$program" $arguments >"$scratch/out" 2>&1

@@ -21,6 +21,7 @@ TEST(FormatIpaddr, FormsInEverySize)
                     {.address = "10.0.0.1", .pfxseen = 1, .pfxlen = 300, .expected = "10.0.0.1/44"},
                     {.address = "10.0.0.1", .pfxseen = 1, .maskseen = 1, .mask = mask, .expected = "10.0.0.1/0"},
                     {.address = "9.99.100.250", .maskseen = 1, .mask = mask, .expected = "9.99.100.250/255.19.90.0"},
+                    {.address = "1.2.3.4", .maskseen = 1, .mask = {0, 0, 0, 0}, .expected = "1.2.3.4/0.0.0.0"},
                     {.address = "255.1.1.255",
                      .maskseen = 1,
                      .mask = {255, 255, 255, 255},
