@@ -39,14 +39,14 @@ char *put_fixed_width(char *at, const uint8_t *address)
 size_t format_fixed_width(const Ipv6Value &value, char *buf, size_t buflen)
 {
     size_t length = write_text<fixed_width_length + 1>(
-        buf, buflen, [&value](char *at) { return put_fixed_width(at, value.address); });
+        buf, buflen, [value](char *at) { return put_fixed_width(at, value.address); });
     if (length >= buflen) return out_of_room();
     if (value.pfxseen) {
         length = append_after_slash<decimal_room + 1>(
-            buf, buflen, length, [&value](char *at) { return put_decimal(at, value.pfxlen, 4); });
+            buf, buflen, length, [value](char *at) { return put_decimal(at, value.pfxlen, 4); });
     } else if (value.mask != nullptr) {
         length = append_after_slash<fixed_width_length + 1>(
-            buf, buflen, length, [&value](char *at) { return put_fixed_width(at, value.mask); });
+            buf, buflen, length, [value](char *at) { return put_fixed_width(at, value.mask); });
     }
     if (length >= buflen) return out_of_room();
     std::memset(buf + length, 0, buflen - length);
@@ -73,7 +73,7 @@ size_t format_compressed(const Ipv6Value &value, char *buf, size_t buflen)
     if (length == 0) return out_of_room();
     if (value.pfxseen) {
         length = append_after_slash<decimal_room + 1>(
-            buf, buflen, length, [&value](char *at) { return put_decimal(at, value.pfxlen); });
+            buf, buflen, length, [value](char *at) { return put_decimal(at, value.pfxlen); });
     } else if (value.mask != nullptr) {
         if (length + 1 == buflen) return out_of_room();
         buf[length++] = '/';

@@ -67,14 +67,14 @@ template <char *put_quad(char *, const uint8_t *), char *put_length(char *, uint
 size_t write_ipv4(const Ipv4Value &value, char *buf, size_t buflen)
 {
     size_t length = write_text<longest_quad + 1>(
-        buf, buflen, [&value](char *at) { return put_quad(at, value.address); });
+        buf, buflen, [value](char *at) { return put_quad(at, value.address); });
     if (length >= buflen) return out_of_room();
     if (value.pfxseen) {
         length = append_after_slash<3 + 1>(
-            buf, buflen, length, [&value](char *at) { return put_length(at, value.pfxlen); });
+            buf, buflen, length, [value](char *at) { return put_length(at, value.pfxlen); });
     } else if (value.mask != nullptr) {
         length = append_after_slash<longest_quad + 1>(
-            buf, buflen, length, [&value](char *at) { return put_quad(at, value.mask); });
+            buf, buflen, length, [value](char *at) { return put_quad(at, value.mask); });
     }
     return length < buflen ? length : out_of_room();
 }

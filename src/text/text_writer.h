@@ -19,27 +19,34 @@ namespace orvex {
     buf[taken] = '\0';
 }
 
-// Puts a whole text, or as much of it as fits with its terminator, into `buf`; one of size 0 is not
-// written. `write` writes the text and its terminator, at most `longest` bytes, and returns the
-// position of the terminator. Returns the whole text's length: it fits when that is below `buflen`.
-// `enough` is a size that is known to hold this text, where that is less than `longest`.
+// As write_text, for a buffer that may be too small. Out of line, as it needs memory of its own.
 template <size_t longest, typename Write>
-size_t write_text(char *buf, size_t buflen, const Write &write, size_t enough = longest)
+[[gnu::noinline]] size_t write_cut_text(char *buf, size_t buflen, Write write)
 {
-    if (buflen >= enough) [[likely]]
-        return static_cast<size_t>(write(buf) - buf);
     std::array<char, longest> whole;
     const auto length = static_cast<size_t>(write(whole.data()) - whole.data());
     copy_cut(buf, buflen, whole.data(), length);
     return length;
 }
 
+// Puts a whole text, or as much of it as fits with its terminator, into `buf`; one of size 0 is not
+// written. `write` writes the text and its terminator, at most `longest` bytes, and returns the
+// position of the terminator. Returns the whole text's length: it fits when that is below `buflen`.
+// `enough` is a size that is known to hold this text, where that is less than `longest`.
+template <size_t longest, typename Write>
+size_t write_text(char *buf, size_t buflen, Write write, size_t enough = longest)
+{
+    if (buflen >= enough) [[likely]]
+        return static_cast<size_t>(write(buf) - buf);
+    return write_cut_text<longest>(buf, buflen, write);
+}
+
 // As write_text, for "/" and a text after the `length` bytes that `buf` holds already. Returns the
 // length of all.
 template <size_t longest, typename Write>
-size_t append_after_slash(char *buf, size_t buflen, size_t length, const Write &write)
+size_t append_after_slash(char *buf, size_t buflen, size_t length, Write write)
 {
-    const auto write_both = [&write](char *at) {
+    const auto write_both = [write](char *at) {
         *at++ = '/';
         return write(at);
     };
