@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
 
+#include <bit>
+#include <clocale>
+
 #include "support/guarded.h"
 #include "support/profile.h"
 
@@ -20,8 +23,8 @@ TEST(IsInterfaceAlias, TellsAliasesFromNamesAddressesAndWords)
 {
     const std::string longest = "x" + std::string(127, '9');
     using Texts = std::vector<std::string>;
-    for (const std::string &text : Texts{"uplink-to-core", "eth-uplink", "eth-10", "ether-", "z_.:/-Z", "fe80::g",
-                                         "localhost1", "bigeth0", "aB012", longest})
+    for (const std::string &text : Texts{"uplink-to-core", "eth-uplink", "eth-up/x", "eth-10", "ether-", "z_.:/-Z",
+                                         "fe80::g", "localhost1", "bigeth0", "aB012", longest})
         EXPECT_EQ(is_alias(text), 1) << text;
     for (const std::string &text :
          Texts{"", "abcd", longest + "9", "1abcde", "-abcde", "ab[1]c", "ab cde", "fe80::1", "abcd:ef01:1:2:3:4:5:6",
@@ -33,4 +36,17 @@ TEST(IsInterfaceAlias, TellsAliasesFromNamesAddressesAndWords)
     profile.install();
     EXPECT_TRUE(is_alias("xy-known") == 0 && is_alias("zap99") == 0);
     EXPECT_EQ(is_alias("xy-unknown"), 1);
+}
+
+// In a Latin-1 locale, byte 0xef is a letter of names, but no ASCII letter changes.
+TEST(IsInterfaceAlias, TakesTheLettersOfTheLocale)
+{
+    if (std::endian::native == std::endian::big) GTEST_SKIP() << "the locale was made on another machine";
+    ASSERT_NE(std::setlocale(LC_CTYPE, "latin1"), nullptr);
+    EXPECT_TRUE(is_alias("upl\xefnk") == 1 && is_alias("\xefplink") == 1 && is_alias("upl\xa1nk") == 0);
+    for (const char *const text : {"na\xefve:mgmt-0", "na\xa1ve:mgmt-0"}) {
+        const char *name = text;
+        EXPECT_EQ(parse_4_level_chassis(&name, nullptr, 0, nullptr, 0, nullptr), text[2] == '\xef' ? 0 : -1);
+    }
+    std::setlocale(LC_CTYPE, "C");
 }

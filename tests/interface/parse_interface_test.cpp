@@ -76,6 +76,8 @@ TEST(ParseInterface, Forms)
     profile.type("mt").flags = PARSE_IF_PORT_FIRST | PARSE_IF_NO_SLOT;
     profile.type("pe").flags = PARSE_IF_NO_UNIT | PARSE_IF_NEED_CHANNEL;
     profile.type("ser").channel_levels = 7;
+    profile.type("ae").channel_levels = 1;
+    profile.type("ae").channel_bounds[0] = 3;
     profile.type("vtnet") = profile.type("em");
     profile.type("vtnet").pic_slots = 0;
     profile.install();
@@ -106,6 +108,8 @@ TEST(ParseInterface, Forms)
                                        {"eth-0/0", "-2 missing or invalid port in 'eth-0/0'"},
                                        {"eth-0", "-2 missing or invalid pic in 'eth-0'"},
                                        {"irb", "-2 missing or invalid fpc in 'irb'"}});
+    check(PARSE_IF_NEED_CHANNEL, {{"ser-0/0/0:1", "ser 0/0/0:1"}});
+    check(PARSE_IF_CHANNELS, {{"ae1:2", "ae 1//:2"}});
     // The mask wins over the caller and the entry.
     check(PARSE_IF_NEED_CHANNEL, {{"eth-0/0/0:1", "-2 interface does not support channels: eth-0/0/0:1"}},
           PARSE_IF_CHANNELS);

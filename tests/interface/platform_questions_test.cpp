@@ -43,7 +43,13 @@ const product_info *product_info_data()
 }
 
 void logging(int /*level*/, const char * /*format*/, ...) { asked("logging"); }
-int platform_hooks_init(const char * /*group*/) { return 0; }
+// Called before main, and before the objects here have their values.
+constinit const char *hook_group = nullptr;
+int platform_hooks_init(const char *group)
+{
+    hook_group = group;
+    return 0;
+}
 int platform_hook_call(const char *hook_name, platform_hook_arg *arg_list, int32_t *answer)
 {
     if (std::strcmp(hook_name, "running_in_container") == 0) {
@@ -77,6 +83,8 @@ uint8_t chassis_uses_global_slots_b() { return asked<uint8_t>("global-b"); }
 int32_t chassis_get_max_fpc_slots() { return asked("fpcs", 12); }
 int32_t chassis_local_slot_to_global_slot(int32_t fpc, int32_t /*lcc*/) { return asked("local-to-global", fpc); }
 int32_t chassis_lcc_slot_to_scc_slot(int32_t /*lcc*/, int32_t fpc) { return asked("lcc-to-scc", fpc); }
+
+TEST(PlatformQuestions, TheLibraryRegistersItsHooks) { EXPECT_STREQ(hook_group, "pvidb"); }
 
 TEST(PlatformQuestions, AreThoseOfTheName)
 {

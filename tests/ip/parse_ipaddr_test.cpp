@@ -93,6 +93,7 @@ TEST(ParseIpaddr, Ipv4)
         {"10.1", all_bytes, "-2 EINVAL missing information in ip address: '10.1'"},
         {"0x0ffffffff", 0, "-1 EINVAL invalid hexadecimal ip address: '0x0ffffffff'"},
         {"4294967295", integer, "255.255.255.255"},
+        {"all", default_ok, "0.0.0.0/0"},
         {"Default", default_ok, "-1 EINVAL invalid input at 'Default' in ip address: 'Default'"},
         {"10.0.0.0/010", pfx, "10.0.0.0/8"},
         {"0000000000000000000000000001.2/8", pfx,  // 32 characters
@@ -161,6 +162,22 @@ TEST(ParseIpaddr, Ipv6)
     check(PARSE_AF_INET6, rows);
 }
 
+// The last bit of a prefix may be set, the one after it may not.
+TEST(ParseIpaddr, Ipv6HostBits)
+{
+    for (int length = 1; length < 128; ++length) {
+        for (const int bit : {length - 1, length}) {
+            Guarded address(16);
+            std::memset(address.data(), 0, 16);
+            address.bytes()[bit / 8] = static_cast<uint8_t>(0x80 >> bit % 8);
+            std::array<char, INET6_ADDRSTRLEN> text;
+            const std::string prefix = std::string(inet_ntop(AF_INET6, address.data(), text.data(), text.size())) +
+                                       "/" + std::to_string(length);
+            EXPECT_EQ(Call(PARSE_AF_INET6, prefix.c_str(), host_zero).result, bit < length ? 0 : -2) << prefix;
+        }
+    }
+}
+
 TEST(ParseIpaddr, ClassRules)
 {
     const std::vector<Row> ipv4 = {
@@ -169,12 +186,16 @@ TEST(ParseIpaddr, ClassRules)
         {"0.0.0.0", no_martian, "-2 martian address not allowed - '0.0.0.0'"},
         {"127.0.0.1", no_martian, "-2 martian address not allowed - '127.0.0.1'"},
         {"240.0.0.1", no_martian, "-2 martian address not allowed - '240.0.0.1'"},
+        {"192.0.0.255", no_martian, "-2 martian address not allowed - '192.0.0.255'"},
         {"192.0.1.1", no_martian, "192.0.1.1"},
+        {"223.255.255.255", no_martian | unicast, "223.255.255.255"},
         {"default", unicast | default_ok, "-2 invalid unicast address - 'default'"},
     };
     for (const uint32_t family : {2U, 73U, 119U, 129U, 139U}) check(family, ipv4);
     for (const uint32_t family : {28U, 121U, 131U, 141U})
-        check(family, {{"ff02::1", unicast, "-2 invalid unicast address - 'ff02::1'"}});
+        check(family, {{"ff02::1", unicast, "-2 invalid unicast address - 'ff02::1'"},
+                       {"ff02::1", multicast, "ff02::1"},
+                       {"fe80::1", multicast, "-2 invalid multicast address - 'fe80::1'"}});
 
     // The outputs of a refused class hold the address.
     Call call(PARSE_AF_INET, "10.0.0.1/8", multicast | pfx);
@@ -190,19 +211,28 @@ TEST(ParseIpaddr, FamilyAndStorage)
         EXPECT_TRUE(call.outcome() == "-1 errno? unsupported address family" && call.error == 47) << family;
     }
     for (const uint32_t family : {2U, 73U, 28U, 141U}) {
-        Guarded bytes(family == 2 || family == 73 ? 3 : 15);
-        const auto refused = [&](void *address, void *mask) {
+        const bool is_ipv4 = family == 2 || family == 73;
+        Guarded bytes(is_ipv4 ? 3 : 15);
+        // Whether the text is valid does not matter.
+        const auto refused = [&](void *address, void *mask, const char *text, uint32_t flags) {
             uint32_t af = family;
             Guarded message(64);
             errno = 0;
-            EXPECT_EQ(parse_ipaddr(&af, "bad", 0, address, bytes.size(), nullptr, nullptr, nullptr, mask, bytes.size(),
-                                   message.data(), message.size()),
+            EXPECT_EQ(parse_ipaddr(&af, text, flags, address, bytes.size(), nullptr, nullptr, nullptr, mask,
+                                   bytes.size(), message.data(), message.size()),
                       -2);
             EXPECT_TRUE(errno == ENOSPC && bytes.untouched());
             return message.text();
         };
-        EXPECT_EQ(refused(bytes.data(), bytes.data()), "'address' not large enough to hold result");
-        EXPECT_EQ(refused(nullptr, bytes.data()), "'mask' not large enough to hold result");
+        for (const Row &row : std::vector<Row>{{"bad", 0, ""},
+                                               {is_ipv4 ? "10.1.2.3" : "::1", 0, ""},
+                                               {is_ipv4 ? "10.0.0.0/255.0.0.0" : "::/ffff::", mask_ok, ""},
+                                               {"default", default_ok, ""},
+                                               {"any-unicast", any_ok, ""}}) {
+            EXPECT_EQ(refused(bytes.data(), bytes.data(), row.text, row.flags),
+                      "'address' not large enough to hold result");
+            EXPECT_EQ(refused(nullptr, bytes.data(), row.text, row.flags), "'mask' not large enough to hold result");
+        }
     }
 }
 

@@ -34,7 +34,7 @@ TEST(ParseEsi, FormsAndRefusals)
          {"ESI is too long; length must be exactly 10 octets",
           {"1:2:3:4:5:6:7:8:9:a:b", "1:2:3:4:5:6:7:8:9:a:b:", "00:11:22:33:44:55:66:77:88:99:aa:bb"}},
          {"Unexpected '::' sequence", {"1:2:3:4:5:6:7:8:9::a", "::1:2:3:4:5:6:7:8:9:a", "1:2:3:4:5:6:7:8:9:a::"}},
-         {"ESI is too short; length must be exactly 10 octets", {"00:11:22", ""}},
+         {"ESI is too short; length must be exactly 10 octets", {"ff:ff:ff:ff:ff:ff:ff:ff", "00:11:22", ""}},
          {"Only one '::' sequence can appear in the ESI and it may not follow a ':' character",
           {":::", "00:11:::22", "00::11::22"}},
          {"Values delimited by ':' characters must be in the range 0 to 0xff",
