@@ -379,7 +379,7 @@ void read_router(Router &router, const Node &file)
     read_table(router, file, keys);
 }
 
-constexpr size_t largest_profile = 1024 * 1024;
+constexpr size_t largest_profile = size_t{1024} * 1024;
 
 struct CloseFile {
     void operator()(FILE *file) const { std::fclose(file); }

@@ -57,10 +57,10 @@ std::string format_line(const Field &field)
 std::string format_outcome(const std::string &input, Outcome &outcome, Style style, bool first,
                            bool is_terminal)
 {
-    if (style == Style::json)
-        return json_record(input, outcome)
-                   .dump(-1, ' ', is_terminal, Json::error_handler_t::replace) +
-               '\n';
+    if (style == Style::json) {
+        const Json record = json_record(input, outcome);
+        return record.dump(-1, ' ', is_terminal, Json::error_handler_t::replace) + '\n';
+    }
     if (!outcome.message.empty()) return {};
     std::string text = style == Style::record && !first ? "\n" : "";
     for (const Field &field : outcome.fields) {

@@ -23,8 +23,8 @@ struct AddressRequest {
     uint8_t *address;  // 4 or 16 bytes, as has the mask
     uint8_t *mask;
     ErrorText error;
-    bool pfxseen = false;
-    bool maskseen = false;
+    int pfxseen = 0;
+    int maskseen = 0;
     uint32_t pfxlen = 0;
 
     [[nodiscard]] bool has(uint32_t flag) const { return (flags & flag) != 0; }
@@ -41,7 +41,7 @@ inline bool read_zero_prefix(AddressRequest &request, size_t address_size)
         return false;
     std::memset(request.address, 0, address_size);
     request.pfxlen = 0;
-    request.pfxseen = true;
+    request.pfxseen = 1;
     return true;
 }
 
@@ -112,7 +112,7 @@ inline int read_prefix_length(AddressRequest &request, const char *suffix,
                               "prefix length '%lu' is larger than %u in address '%s'",
                               static_cast<unsigned long>(number.value), bits, request.str);
     }
-    request.pfxseen = true;
+    request.pfxseen = 1;
     return 0;
 }
 

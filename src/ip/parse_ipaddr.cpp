@@ -159,9 +159,9 @@ int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address, s
 
     const int result =
         family == PARSE_AF_INET ? parse_ipv4_addr(request) : parse_ipv6_addr(request);
-    if (pfxseen != nullptr) *pfxseen = request.pfxseen ? 1 : 0;
+    if (pfxseen != nullptr) *pfxseen = request.pfxseen;
     if (pfxlen != nullptr) *pfxlen = request.pfxlen;
-    if (maskseen != nullptr) *maskseen = request.maskseen ? 1 : 0;
+    if (maskseen != nullptr) *maskseen = request.maskseen;
     if (result != 0 || !request.has(class_flags)) return result;
     return check_class(family, request);
 }

@@ -170,7 +170,7 @@ bool read_any_keyword(AddressRequest &request)
     if (std::strcmp(request.str, "any-multicast") == 0) word = IPADDR_ANY_MULTICAST;
     if (word == 0) return false;
     std::memcpy(request.mask, &word, sizeof word);
-    request.maskseen = true;
+    request.maskseen = 1;
     return true;
 }
 
@@ -180,7 +180,7 @@ int read_mask(AddressRequest &request, const char *suffix)
     int result = 0;
     if (!read_whole_quad(request, suffix, request.mask))
         result = read_any_bytes({request, suffix}, suffix, request.mask);
-    if (result == 0) request.maskseen = true;
+    if (result == 0) request.maskseen = 1;
     return result;
 }
 
@@ -206,7 +206,7 @@ struct DottedQuad {
 int check_host_bits(const AddressRequest &request)
 {
     const uint32_t address = load_be32(request.address);
-    if (request.maskseen) {
+    if (request.maskseen != 0) {
         const uint32_t mask = load_be32(request.mask);
         if ((address & ~mask) == 0) return 0;
         return refuse_invalid(request.error, rule_broken, "masked bits are not zero (%s%c%s)",

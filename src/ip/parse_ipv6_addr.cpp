@@ -26,7 +26,7 @@ int read_suffix(AddressRequest &request, const char *suffix)
     if (!read_ipv6(at, mask.data()) || *at != '\0')
         return refuse(request.error, rule_broken, "'%s' is not a valid ipv6 mask", suffix);
     std::memcpy(request.mask, mask.data(), ipv6_size);
-    request.maskseen = true;
+    request.maskseen = 1;
     return 0;
 }
 
@@ -39,7 +39,7 @@ bool masked_bits_are_zero(const uint8_t *address, const uint8_t *mask)
 
 int check_host_bits(const AddressRequest &request)
 {
-    if (request.maskseen) {
+    if (request.maskseen != 0) {
         if (masked_bits_are_zero(request.address, request.mask)) return 0;
         return refuse_invalid(request.error, rule_broken, "masked bits of '%s' must be zero",
                               request.str);
