@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
@@ -36,19 +37,32 @@ class Pages {
     explicit Pages(size_t size)
         : size_(size), page_(static_cast<size_t>(sysconf(_SC_PAGESIZE))), length_((size / page_ + 3) * page_)
     {
+        std::vector<char *> &unused = unused_of(length_);
+        if (!unused.empty()) {
+            start_ = unused.back();
+            unused.pop_back();
+            return;
+        }
         void *const memory = mmap(nullptr, length_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (memory == MAP_FAILED) std::abort();
         start_ = static_cast<char *>(memory) + page_;
         if (mprotect(start_, length_ - 2 * page_, PROT_READ | PROT_WRITE) != 0) std::abort();
     }
     Pages(const Pages &) = delete;
-    ~Pages() { munmap(start_ - page_, length_); }
+    ~Pages() { unused_of(length_).push_back(start_); }
 
     [[nodiscard]] std::span<char> before() const { return {start_, length_ - 2 * page_ - size_}; }
     [[nodiscard]] char *data() const { return start_ + before().size(); }
     [[nodiscard]] size_t size() const { return size_; }
 
    private:
+    // Kept for the next text: mapping them is most of the time that a test takes.
+    static std::vector<char *> &unused_of(size_t length)
+    {
+        static std::map<size_t, std::vector<char *>> unused;
+        return unused[length];
+    }
+
     size_t size_;
     size_t page_;
     size_t length_;
@@ -58,14 +72,11 @@ class Pages {
 // `size` bytes filled with a value that no test expects. A write after them ends the test; one before them fails it.
 class Guarded {
    public:
-    explicit Guarded(size_t size) : pages_(size)
-    {
-        std::memset(pages_.before().data(), fill, pages_.before().size() + size);
-    }
+    explicit Guarded(size_t size) : pages_(size) { std::memset(guard().data(), fill, guard().size() + size); }
     ~Guarded()
     {
-        for (const char byte : pages_.before()) all_fill_ = all_fill_ && byte == fill;
-        EXPECT_TRUE(all_fill_) << "before " << size() << " bytes";
+        const std::string_view before(guard().data(), guard().size());
+        EXPECT_EQ(before.find_first_not_of(fill), std::string_view::npos) << "before " << size() << " bytes";
     }
 
     char *data() { return pages_.data(); }
@@ -94,8 +105,14 @@ class Guarded {
     static constexpr char fill = '\x5a';
 
    private:
+    // The bytes before that are watched.
+    [[nodiscard]] std::span<char> guard() const
+    {
+        constexpr size_t most = 64;
+        return pages_.before().last(std::min(most, pages_.before().size()));
+    }
+
     Pages pages_;
-    bool all_fill_ = true;
 };
 
 // What a formatter leaves in a buffer that is smaller or larger than its text.
