@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
+#include <orvex/stand_in.h>
 
 #include "support/address_forms.h"
 
@@ -33,6 +34,19 @@ TEST(FormatIpv6addr, FormsInEverySize)
     char text[64];
     for (const size_t absurd : {SIZE_MAX, SIZE_MAX / 2 + 1})
         EXPECT_EQ(_format_ipv6addr(bytes_of(ipv6).data(), 0, 0, 0, 0, nullptr, text, absurd), ipv6.size());
+}
+
+TEST(FormatIpv6addr, LogsAMissingAddress)
+{
+    std::string log;
+    orvex_platform_set_log_sink(
+        [](int, const char *message, void *context) { *static_cast<std::string *>(context) = message; }, &log);
+    orvex_test::Guarded buffer(50);
+    errno = 0;
+    EXPECT_EQ(_format_ipv6addr(nullptr, 0, 0, 0, 0, nullptr, buffer.data(), buffer.size()), 0U);
+    EXPECT_TRUE(errno == EINVAL && buffer.text().empty() && buffer.rest_is(1, orvex_test::Guarded::fill));
+    EXPECT_NE(log.find("insist 'address != NULL' failed"), std::string::npos) << log;
+    orvex_platform_set_log_sink(nullptr, nullptr);
 }
 
 TEST(FormatIpv6addrPartial, ReadsNoByteAfterThePrefix)

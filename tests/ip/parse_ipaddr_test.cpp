@@ -156,6 +156,7 @@ TEST(ParseIpaddr, Ipv6)
         {"2001:db8::/ffff:ffff::", host_zero_mask, "2001:db8:: mask ffff:ffff::"},
         {"2001:db8::1/ffff:ffff::", host_zero_mask, "-2 EINVAL masked bits of '2001:db8::1/ffff:ffff::' must be zero"},
         {"default", default_ok, "::/0"},
+        {"::1", required | pfx, "-2 EINVAL missing required prefix length in address '::1'"},
         {"1::2%em0/64", pfx, "-1 '1::2%em0' is not a valid ipv6 address"},
         {"::/0x20", pfx, "-2 EINVAL invalid input at 'x20' in address '::/0x20'"},
     };
