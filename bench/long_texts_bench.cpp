@@ -24,10 +24,11 @@ template <uint32_t family>
 void parse_address(const std::string &text)
 {
     uint32_t af = family;
-    int seen = 0;
+    int pfxseen = 0;
+    int maskseen = 0;
     uint32_t length = 0;
-    parse_ipaddr(&af, text.c_str(), PARSE_IPADDR_PREFIX_OK | PARSE_IPADDR_MASK_OK, bytes, 16, &seen,
-                 &length, &seen, bytes + 16, 16, message, sizeof message);
+    parse_ipaddr(&af, text.c_str(), PARSE_IPADDR_PREFIX_OK | PARSE_IPADDR_MASK_OK, bytes, 16,
+                 &pfxseen, &length, &maskseen, bytes + 16, 16, message, sizeof message);
 }
 
 void parse_name(const std::string &text)
@@ -55,10 +56,13 @@ void parse_duration(const std::string &text)
 void parse_vpn(const std::string &text)
 {
     atmvpn_address record;
-    uint32_t number = 0;
+    uint32_t pfxlen = 0;
+    uint32_t type = 0;
+    uint32_t high = 0;
+    uint32_t low = 0;
     parse_is_atmvpn(text.c_str());
-    parse_atmvpn(text.c_str(), &record, &number, message, sizeof message);
-    parse_inetvpn_rd(text.c_str(), &number, &number, &number, message, sizeof message);
+    parse_atmvpn(text.c_str(), &record, &pfxlen, message, sizeof message);
+    parse_inetvpn_rd(text.c_str(), &type, &high, &low, message, sizeof message);
 }
 
 void parse_segment(const std::string &text)

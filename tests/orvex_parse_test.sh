@@ -189,6 +189,11 @@ yes 7x | timeout 10 "$program" integer 2>&1 >/dev/null | head -n 1 >"$scratch/ou
 bell=$'\e[31m\ax'
 shown=$(script -qec "'$program' integer '$bell'" /dev/null)
 [[ $shown == "'\\x1b[31m\\x07x' is not an integer"$'\r' ]] || fail "on a terminal: $shown"
+# 8-bit ones too, but not the bytes of letters.
+shown=$(script -qec "'$program' integer $'\x80\x9bx' $'\xc2\x9b' 'é—'" /dev/null | tr -d '\r')
+[[ $shown == "'\\x80\\x9bx' is not an integer
+'\\xc2\\x9b' is not an integer
+'é—' is not an integer" ]] || fail "8-bit controls on a terminal: $shown"
 expect 'control characters in a file' 1 '' "'$bell' is not an integer" integer "$bell"
 for arguments in 'ip 10.0.0.1' --help --version; do
   # shellcheck disable=SC2086 # several arguments are several words

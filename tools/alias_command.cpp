@@ -4,10 +4,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <memory>
 #include <stdexcept>
 
 #include "commands.h"
+#include "file.h"
 #include "profile.h"
 
 namespace {
@@ -16,11 +16,6 @@ struct AliasOptions : Options {
     std::string map;
     bool alternate = false;
 };
-
-struct CloseFile {
-    void operator()(FILE *file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<FILE, CloseFile>;
 
 Outcome check_alias(const std::string &text)
 {

@@ -9,11 +9,11 @@
 #include <cstring>
 #include <limits>
 #include <map>
-#include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
 
+#include "file.h"
 #include "interface_flags.h"
 
 namespace {
@@ -381,10 +381,6 @@ void read_router(Router &router, const Node &file)
 
 constexpr size_t largest_profile = size_t{1024} * 1024;
 
-struct CloseFile {
-    void operator()(FILE *file) const { std::fclose(file); }
-};
-
 // Reads a file or a pipe. toml++ is not left to do it: it takes what cannot be read for an empty
 // file, and any size.
 std::string read_profile(const std::string &path)
@@ -392,7 +388,7 @@ std::string read_profile(const std::string &path)
     const auto refuse_file = [&path](const std::string &problem) {
         throw std::runtime_error(path + ": " + problem);
     };
-    const std::unique_ptr<FILE, CloseFile> file(std::fopen(path.c_str(), "re"));
+    const File file(std::fopen(path.c_str(), "re"));
     if (file == nullptr) refuse_file(std::strerror(errno));
     std::string text(largest_profile + 1, '\0');
     text.resize(std::fread(text.data(), 1, text.size(), file.get()));

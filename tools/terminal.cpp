@@ -8,13 +8,26 @@
 
 namespace {
 
-// Also those of ISO 6429 with the top bit set, which UTF-8 writes as two bytes.
-bool is_control(const std::string &text, size_t at)
+bool is_between(unsigned byte, unsigned first, unsigned last)
 {
-    const auto byte = static_cast<unsigned char>(text[at]);
-    if (byte < 0x20 || byte == 0x7f) return byte != '\n';
-    const auto before = static_cast<unsigned char>(at > 0 ? text[at - 1] : '\0');
-    return byte >= 0x80 && byte < 0xa0 && (before == 0xc2 || before < 0x80);
+    return byte >= first && byte <= last;
+}
+
+// Whether a character that is this byte, or begins with it, is a control character. Those of ISO
+// 6429 with the top bit set are one byte, or two in UTF-8.
+bool is_control(unsigned byte, unsigned next)
+{
+    if (byte < 0x20) return byte != '\n';
+    if (byte == 0xc2) return is_between(next, 0x80, 0x9f);
+    return is_between(byte, 0x7f, 0x9f);
+}
+
+// How many bytes follow the first one of a character of UTF-8.
+unsigned bytes_after(unsigned first)
+{
+    if (first >= 0xf0) return 3;
+    if (first >= 0xe0) return 2;
+    return first >= 0xc2 ? 1 : 0;
 }
 
 }  // namespace
@@ -23,13 +36,20 @@ std::string for_terminal(std::string text, bool is_terminal)
 {
     if (!is_terminal) return text;
     std::string shown;
+    unsigned rest_of_character = 0;
     for (size_t i = 0; i < text.size(); ++i) {
-        if (!is_control(text, i)) {
-            shown += text[i];
-            continue;
-        }
         const auto byte = static_cast<uint8_t>(text[i]);
-        shown += "\\x" + hexadecimal(&byte, 1);
+        const auto next = static_cast<uint8_t>(text.c_str()[i + 1]);
+        if (rest_of_character > 0 && is_between(byte, 0x80, 0xbf)) {
+            --rest_of_character;
+            shown += text[i];
+        } else if (is_control(byte, next)) {
+            rest_of_character = 0;
+            shown += "\\x" + hexadecimal(&byte, 1);
+        } else {
+            rest_of_character = bytes_after(byte);
+            shown += text[i];
+        }
     }
     return shown;
 }

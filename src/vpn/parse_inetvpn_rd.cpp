@@ -45,11 +45,11 @@ struct Administrator {
 uint32_t read_decimal(const char *&at, Work work)
 {
     const char *const first = at;
-    const char *const work_end = work.text + work.most;
     const uint64_t value = read_wrapping_digits<10>(at);
-    if (at <= work_end && at - first <= most_digits<10> && value <= UINT32_MAX) [[likely]]
+    const bool is_past_end = at - work.text > work.most;
+    if (!is_past_end && at - first <= most_digits<10> && value <= UINT32_MAX) [[likely]]
         return static_cast<uint32_t>(value);
-    at = std::min(at, work_end);
+    if (is_past_end) at = work.text + work.most;
     return convert_digits(first, at);
 }
 
