@@ -4,6 +4,7 @@ set -uo pipefail
 program=$1
 cd "$(dirname "$0")/.." || exit
 unset ORVEX_PROFILE
+export SHELL=/bin/sh  # the one that script uses
 failures=0
 fail() {
   echo "FAILED: $*"
@@ -190,7 +191,8 @@ bell=$'\e[31m\ax'
 shown=$(script -qec "'$program' integer '$bell'" /dev/null)
 [[ $shown == "'\\x1b[31m\\x07x' is not an integer"$'\r' ]] || fail "on a terminal: $shown"
 # 8-bit ones too, but not the bytes of letters.
-shown=$(script -qec "'$program' integer $'\x80\x9bx' $'\xc2\x9b' 'é—'" /dev/null | tr -d '\r')
+one_byte=$'\x80\x9bx' two_bytes=$'\xc2\x9b'
+shown=$(script -qec "'$program' integer '$one_byte' '$two_bytes' 'é—'" /dev/null | tr -d '\r')
 [[ $shown == "'\\x80\\x9bx' is not an integer
 '\\xc2\\x9b' is not an integer
 'é—' is not an integer" ]] || fail "8-bit controls on a terminal: $shown"
