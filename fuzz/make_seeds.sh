@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seeds=$1
-for family in duration interface ip iso link number vpn; do
+for family in duration interface ip iso link number text vpn; do
   rm -rf "${seeds:?}/$family" && mkdir -p "$seeds/$family"
   # The bytes before a text draw its flags in some fuzzers, those after it in the others.
   number=0
