@@ -3,6 +3,7 @@
 #ifndef ORVEX_TEXT_DIGITS_H
 #define ORVEX_TEXT_DIGITS_H
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -106,7 +107,7 @@ inline char *put_last_hex_group(char *at, uint32_t value)
     std::array<char, 4> digits;
     const auto length = static_cast<size_t>(put_hex_group(digits.data(), value) - digits.data());
     // Two and two, which may overlap: a length that varies is slow to copy.
-    const size_t last_two = length > 2 ? length - 2 : 0;
+    const size_t last_two = std::max(length, size_t{2}) - 2;
     std::memcpy(at, digits.data(), 2);
     std::memcpy(at + last_two, digits.data() + last_two, 2);
     at[length] = '\0';

@@ -2,7 +2,10 @@
 #ifndef ORVEX_TEXT_DOTTED_QUAD_H
 #define ORVEX_TEXT_DOTTED_QUAD_H
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "text/characters.h"
@@ -58,7 +61,19 @@ inline bool read_dotted_quad(const char *&at, uint32_t &quad)
     return true;
 }
 
-// Reads a text, of at most 129 characters, as the host's inet_aton does.
+// A part of a text that ends where the part does: for readers that would go on past it.
+struct TerminatedCopy {
+    static constexpr size_t most = 129;
+    std::array<char, most + 1> text;
+
+    explicit TerminatedCopy(std::string_view part)
+    {
+        std::memcpy(text.data(), part.data(), part.size());
+        text[part.size()] = '\0';
+    }
+};
+
+// Reads a text, of at most TerminatedCopy::most characters, as the host's inet_aton does.
 bool read_by_inet_aton(std::string_view text, uint32_t &address);
 
 }  // namespace orvex

@@ -68,14 +68,11 @@ bool is_atmvpn(const Separators &separators)
 // What a text that is no number gives: above all of them.
 constexpr uint64_t no_number = UINT64_MAX;
 
-// Converts a whole text of at most longest_vpn_text characters. A copy ends where the text does:
-// more digits may follow it.
+// Converts a whole text of at most longest_vpn_text characters; more digits may follow it.
 [[gnu::noinline]] uint64_t convert_all(std::string_view text, Base base)
 {
-    std::array<char, longest_vpn_text + 1> copy;
-    std::memcpy(copy.data(), text.data(), text.size());
-    copy[text.size()] = '\0';
-    const auto number = convert<uint32_t>(copy.data(), base);
+    const TerminatedCopy copy(text);
+    const auto number = convert<uint32_t>(copy.text.data(), base);
     return *number.end == '\0' ? number.value : no_number;
 }
 

@@ -4,12 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "text/dotted_quad.h"
 #include "text/error_text.h"
 
 namespace orvex {
 
 // Route distinguishers and ATM VPN addresses are judged on so many characters.
-constexpr size_t longest_vpn_text = 129;
+constexpr size_t longest_vpn_text = TerminatedCopy::most;
 
 // The maximum of a value without an upper limit.
 constexpr uint32_t no_maximum = UINT32_MAX;
