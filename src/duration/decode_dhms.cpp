@@ -21,20 +21,20 @@ constexpr uint32_t per_second = 10000;
 struct Unit {
     char name[5];  // lower case
     uint32_t seconds;
-    uint32_t ten_thousandths;  // besides the whole seconds
+    uint32_t ten_thousandths = 0;  // besides the whole seconds
 };
 
 // The first name that matches counts: "mftn" comes before "m".
 constexpr std::array<Unit, 9> dhms_units = {{
-    {"ftn", 1209600, 0},
-    {"w", 604800, 0},
-    {"cftn", 120960, 0},
-    {"d", 86400, 0},
-    {"h", 3600, 0},
+    {"ftn", 1209600},
+    {"w", 604800},
+    {"cftn", 120960},
+    {"d", 86400},
+    {"h", 3600},
     {"mftn", 1209, 6000},
     {"uftn", 1, 2096},
-    {"m", 60, 0},
-    {"s", 1, 0},
+    {"m", 60},
+    {"s", 1},
 }};
 
 // Whether a text begins with a name, in any case. `| 0x20` makes letters of letters only.

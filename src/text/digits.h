@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 namespace orvex {
 
@@ -69,8 +70,7 @@ inline char *put_dotted_quad(char *at, const uint8_t *bytes)
 }
 
 inline constexpr std::array<std::array<char, 2>, 256> hex_byte_texts = [] {
-    constexpr std::array<char, 16> digits = {'0', '1', '2', '3', '4', '5', '6', '7',
-                                             '8', '9', 'a', 'b', 'c', 'd', 'e', 'f'};
+    constexpr std::string_view digits = "0123456789abcdef";
     std::array<std::array<char, 2>, 256> texts{};
     for (size_t value = 0; value < texts.size(); ++value)
         texts[value] = {digits[value / 16], digits[value % 16]};

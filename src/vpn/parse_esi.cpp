@@ -92,8 +92,9 @@ Refusal read_esi(const char *at, Esi &esi)
 // All zeros, or all ones.
 bool is_reserved(const Esi &esi)
 {
-    if (esi[0] != 0 && esi[0] != UINT8_MAX) return false;
-    return std::all_of(esi.begin(), esi.end(), [&esi](uint8_t octet) { return octet == esi[0]; });
+    const uint8_t first = esi.front();
+    if (first != 0 && first != UINT8_MAX) return false;
+    return std::all_of(esi.begin(), esi.end(), [first](uint8_t octet) { return octet == first; });
 }
 
 Refusal check_mode(const Esi &esi, int mode)
