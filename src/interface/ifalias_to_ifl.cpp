@@ -156,7 +156,7 @@ int open_map(const char *path)
     int file = -1;
     do file = ::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     while (file < 0 && errno == EINTR);
-    if (file < 0) return -1;
+    if (file < 0) return file;
     struct stat status;
     if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) return file;
     ::close(file);
