@@ -7,13 +7,6 @@
 
 #include "orvex/stand_in.h"
 
-// Flag bits of a catalogue entry, as the parser understands them.
-constexpr uint32_t device_number = 0x1;
-constexpr uint32_t channels = 0x2;
-constexpr uint32_t no_slot = 0x4;
-constexpr uint32_t rlsq_device_number = 0x20000;
-constexpr uint32_t at_unit_32767 = 0x40000;
-
 constexpr orvex_interface_type interface_type(const char *name, uint32_t flags, uint32_t pic_slots,
                                               uint16_t ports)
 {
@@ -30,7 +23,7 @@ constexpr orvex_interface_type interface_type(const char *name, uint32_t flags, 
 template <typename... Levels>
 constexpr orvex_interface_type channelised(orvex_interface_type type, Levels... levels)
 {
-    type.info.flags |= channels;
+    type.info.flags |= PARSE_IF_CHANNELS;
     type.info.channel_levels = 0;
     ((type.info.channel_bounds[type.info.channel_levels++] = static_cast<uint16_t>(levels)), ...);
     return type;
@@ -38,23 +31,23 @@ constexpr orvex_interface_type channelised(orvex_interface_type type, Levels... 
 
 // By name, in ascending order.
 inline constexpr std::array default_types = {
-    interface_type("ae", device_number, 4092, 0),
-    channelised(interface_type("at", at_unit_32767, 4, 8), 12),
-    interface_type("demux", device_number, 1, 0),
-    interface_type("em", device_number, 4, 0),
+    interface_type("ae", PARSE_IF_MGMT, 4092, 0),
+    channelised(interface_type("at", PARSE_IF_AT_UNIT_32767, 4, 8), 12),
+    interface_type("demux", PARSE_IF_MGMT, 1, 0),
+    interface_type("em", PARSE_IF_MGMT, 4, 0),
     channelised(interface_type("eth", 0, 4, 48), 4),
-    interface_type("irb", no_slot, 0, 0),
-    interface_type("lo", device_number, 1, 0),
-    interface_type("mgmt", device_number, 2, 0),
+    interface_type("irb", PARSE_IF_NO_SLOT, 0, 0),
+    interface_type("lo", PARSE_IF_MGMT, 1, 0),
+    interface_type("mgmt", PARSE_IF_MGMT, 2, 0),
     interface_type("mt", 0, 4, 1),
     interface_type("pd", 0, 4, 1),
     interface_type("pe", 0, 4, 1),
-    interface_type("pp", device_number, 1, 0),
-    interface_type("rlsq", rlsq_device_number, 128, 0),
+    interface_type("pp", PARSE_IF_MGMT, 1, 0),
+    interface_type("rlsq", PARSE_IF_RLSQ, 128, 0),
     channelised(interface_type("ser", 0, 4, 12), 28, 24),
     interface_type("vcp", 0, 4, 4),
-    interface_type("vlan", no_slot, 0, 0),
-    interface_type("vtnet", device_number, 16, 0),
+    interface_type("vlan", PARSE_IF_NO_SLOT, 0, 0),
+    interface_type("vtnet", PARSE_IF_MGMT, 16, 0),
 };
 
 inline constexpr orvex_platform_profile default_profile = [] {

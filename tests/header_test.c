@@ -18,6 +18,9 @@ int main(void)
     if (format_ipaddr((int)af, address, 0, 1, pfxlen, 0, NULL, text, sizeof text) != 11) return 2;
     if (strcmp(text, "10.1.0.0/16") != 0) return 3;
     if (parse_integer("0x1f", &value) != 0 || value != 31) return 4;
-    if (strlen(sw_version.release) == 0) return 5;
+    if (strcmp(sw_version.release, ORVEX_PARSE_VERSION_STRING) != 0) return 5;
+    snprintf(text, sizeof text, "%d.%d.%d", ORVEX_PARSE_VERSION / 10000, ORVEX_PARSE_VERSION / 100 % 100,
+             ORVEX_PARSE_VERSION % 100);
+    if (strcmp(text, ORVEX_PARSE_VERSION_STRING) != 0) return 6;
     return puts(text) < 0;
 }

@@ -67,7 +67,7 @@ void look_up(benchmark::State &state)
 
 bool scan_map(FILE *map)
 {
-    char name[61];
+    char name[IFALIAS_NAME_BUFSIZE];
     char alias[129];
     char third[65];
     std::rewind(map);

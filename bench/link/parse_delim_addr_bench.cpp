@@ -21,7 +21,7 @@ Bytes bytes_of(Random &random)
 std::string text_of(Random &random, char style)
 {
     const Bytes bytes = bytes_of(random);
-    char text[4 * count + 1];
+    char text[FORMAT_DELIM_BUFSIZE(count)];
     format_delim_addr(text, sizeof text, bytes.data(), style == 'x' ? ':' : '.', count, style);
     return text;
 }
@@ -30,7 +30,7 @@ template <int parse(const char *, uint8_t *, char *, size_t, uint32_t)>
 void ours(const std::string &text)
 {
     Bytes bytes;
-    char error[64];
+    char error[PARSE_ERROR_BUFSIZE];
     benchmark::DoNotOptimize(parse(text.c_str(), bytes.data(), error, sizeof error, count));
     benchmark::DoNotOptimize(bytes);
 }
@@ -44,13 +44,13 @@ void peer(const std::string &text)
 }
 
 constexpr auto format = [](const Bytes &bytes) {
-    char text[4 * count + 1];
+    char text[FORMAT_DELIM_BUFSIZE(count)];
     benchmark::DoNotOptimize(format_delim_addr(text, sizeof text, bytes.data(), '.', count, 'd'));
     benchmark::DoNotOptimize(text);
 };
 
 constexpr auto snprintf_loop = [](const Bytes &bytes) {
-    char text[4 * count + 1];
+    char text[FORMAT_DELIM_BUFSIZE(count)];
     benchmark::DoNotOptimize(
         snprintf_bytes<false>(text, sizeof text, bytes.data(), count, [](size_t) { return "."; }));
     benchmark::DoNotOptimize(text);

@@ -20,14 +20,14 @@ Esi esi(Random &random)
 std::string esi_text(Random &random)
 {
     const Esi bytes = esi(random);
-    char text[30];
+    char text[FORMAT_ESI_BUFSIZE];
     format_esi(text, sizeof text, bytes.data());
     return text;
 }
 
 constexpr auto parse = [](const std::string &text) {
     Esi bytes;
-    char error[96];
+    char error[PARSE_ERROR_BUFSIZE];
     benchmark::DoNotOptimize(
         parse_esi(text.c_str(), bytes.data(), error, sizeof error, PARSE_ESI_ANY));
     benchmark::DoNotOptimize(bytes);
@@ -40,13 +40,13 @@ constexpr auto strtoul_loop = [](const std::string &text) {
 };
 
 constexpr auto format = [](const Esi &bytes) {
-    char text[30];
+    char text[FORMAT_ESI_BUFSIZE];
     benchmark::DoNotOptimize(format_esi(text, sizeof text, bytes.data()));
     benchmark::DoNotOptimize(text);
 };
 
 constexpr auto snprintf_loop = [](const Esi &bytes) {
-    char text[30];
+    char text[FORMAT_ESI_BUFSIZE];
     benchmark::DoNotOptimize(snprintf_bytes<true>(text, sizeof text, bytes.data(), bytes.size(),
                                                   [](size_t) { return ":"; }));
     benchmark::DoNotOptimize(text);

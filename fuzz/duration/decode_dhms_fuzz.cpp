@@ -14,7 +14,7 @@ struct Reading {
 
     explicit Reading(const std::string &text, uint64_t min = 0, uint64_t max = UINT64_MAX)
     {
-        char error[64] = "";
+        char error[PARSE_ERROR_BUFSIZE] = "";
         result = decode_dhms(text.c_str(), min, max, &seconds, error, sizeof error);
         message = error;
     }

@@ -32,7 +32,7 @@ bool reads(const char *text, int mode, Esi &esi, std::vector<char> &error)
 
 void check_format(const Esi &esi, size_t buflen)
 {
-    char text[30];
+    char text[FORMAT_ESI_BUFSIZE];
     require(format_esi(text, sizeof text, esi.data()) == 29);
     std::vector<char> buf(buflen);
     require(format_esi(buf.data(), buflen, esi.data()) ==

@@ -20,6 +20,31 @@
  *    logged, it goes to the platform's logging() and the call goes on as the function describes.
  *  - Nothing that is passed to one call may overlap, neither inputs and outputs nor two outputs.
  *  - errno is unchanged.
+ *
+ * What the functions return on success and on failure. Not all parsers return 0 on success:
+ *
+ *                                                    success         failure
+ *   parse_ipaddr, parse_interface, parse_mac_addr,
+ *   parse_delim_dec_addr, parse_delim_hex_addr,
+ *   parse_iso_addr, parse_iso_sysid                  0               -1 or -2
+ *   parse_integer, parse_quad,
+ *   parse_4_level_chassis, parse_esi                 0               -1
+ *   parse_inetvpn_rd, parse_atmvpn                   0               1
+ *   parse_number, decode_dhms                        1               0
+ *   ifalias_to_ifl, format_rfc5952                   1               0
+ *   format_ipaddr, _format_ipv6addr,
+ *   format_ipv6addr_partial                          text length     0
+ *   format_mac_addr                                  text length     text length, >= buflen: cut
+ *   format_delim_addr                                length + 1      length + 1, > buflen: cut
+ *   format_esi                                       29              buflen: cut
+ *   format_iso_addr, format_iso_sysid                length of the last piece: no sign of a cut
+ *   format_in6_addr, format_in6_prefix               start of text   start of what fits
+ *   parse_is_iso_addr, parse_is_iso_sysid,
+ *   parse_is_atmvpn, parse_ipaddr_is_unicast,
+ *   is_interface_alias                               1 yes, 0 no     none
+ *   ipv6_address_type, get_fpc_picslots_byname       the value       none
+ *
+ * A text that is formatted into a buffer of its FORMAT_..._BUFSIZE is never cut.
  */
 #ifndef ORVEX_PARSE_H
 #define ORVEX_PARSE_H
@@ -38,6 +63,23 @@
 extern "C" {
 #endif
 
+/* The release that this header belongs to; that of the library at run time is in sw_version. */
+#define ORVEX_PARSE_VERSION_MAJOR 1
+#define ORVEX_PARSE_VERSION_MINOR 0
+#define ORVEX_PARSE_VERSION_PATCH 0
+#define ORVEX_PARSE_VERSION_STRING "1.0.0"
+
+/* One number that grows with each release, for #if: 10203 for 1.2.3. */
+#define ORVEX_PARSE_VERSION                                                \
+    (ORVEX_PARSE_VERSION_MAJOR * 10000 + ORVEX_PARSE_VERSION_MINOR * 100 + \
+     ORVEX_PARSE_VERSION_PATCH)
+
+/*
+ * A size for error buffers: room for every message about a text of up to 80 characters, terminator
+ * included. Messages about longer texts, which may quote them twice, may be cut.
+ */
+#define PARSE_ERROR_BUFSIZE 256
+
 /* ---- Numbers --------------------------------------------------------------------------------- */
 
 /*
@@ -49,6 +91,10 @@ extern "C" {
  *  - the text has no digits, or characters after them: `*value` is 0, errno ERANGE when the digits
  *    are out of range, else 0;
  *  - the number is out of range: `*value` is unchanged, errno ERANGE.
+ *
+ * Example:
+ *     int32_t number;
+ *     if (parse_integer("0x1f", &number) == 0) printf("%d\n", number);  // 31
  */
 ORVEX_PARSE_API int parse_integer(const char *str, int32_t *value);
 
@@ -70,6 +116,19 @@ ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit)
 /* Family codes of the target, the same on every host whatever its own headers say. */
 #define PARSE_AF_INET 2
 #define PARSE_AF_INET6 28
+
+/*
+ * Further codes that parse_ipaddr knows, each named after its base, PARSE_AF_INET or
+ * PARSE_AF_INET6: it has the base's texts, sizes and class rules. The other functions know the two
+ * bases only.
+ */
+#define PARSE_AF_INET_73 73
+#define PARSE_AF_INET_119 119
+#define PARSE_AF_INET6_121 121
+#define PARSE_AF_INET_129 129
+#define PARSE_AF_INET6_131 131
+#define PARSE_AF_INET_139 139
+#define PARSE_AF_INET6_141 141
 
 /* The value of errno for an unsupported family, the same on every host. */
 #define PARSE_EAFNOSUPPORT 47
@@ -97,9 +156,9 @@ ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit)
 /*
  * Reads an IPv4 or IPv6 address, and what `flags` allow after it or instead of it.
  *
- * `af`        in and out, required: PARSE_AF_INET or one of the IPv4-based codes 73, 119, 129, 139;
- *             PARSE_AF_INET6 or one of the IPv6-based codes 121, 131, 141; or 0, which is replaced,
- *             also on failure, by PARSE_AF_INET6 when the text has a ":", else by PARSE_AF_INET.
+ * `af`        in and out, required: PARSE_AF_INET, PARSE_AF_INET6 or a further code based on one of
+ *             them; or 0, which is replaced, also on failure, by PARSE_AF_INET6 when the text has a
+ *             ":", else by PARSE_AF_INET.
  * `str`       the text, required. A null `af` or `str` is logged and counts as 0 or an empty text.
  * `flags`     PARSE_IPADDR_ bits.
  * `address`   receives 4 or 16 bytes; `address_len` is its size.
@@ -117,8 +176,7 @@ ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit)
  * "0x"; under PARSE_IPADDR_INTEGER_OK one decimal number. The prefix length may be decimal, octal
  * (leading 0) or hexadecimal (leading 0x). A text with a "/" has at most 31 characters. IPv6 texts:
  * those of RFC 4291 section 2.2. The prefix length is decimal. A text with a "/" has at most 91
- * characters. Neither a group nor a prefix length may start with "-". The class rules of the
- * further families are those of IPv4 or IPv6.
+ * characters. Neither a group nor a prefix length may start with "-".
  *
  * Returns
  *   0  success.
@@ -130,6 +188,14 @@ ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit)
  * For an unsupported family or too small an output nothing is written but `*af` and the message. On
  * any other failure the outputs hold what was read before it, `*pfxlen` also a refused length (0
  * when no digit was read).
+ *
+ * Example:
+ *     uint32_t af = 0, pfxlen;
+ *     uint8_t address[16];
+ *     char error[PARSE_ERROR_BUFSIZE];
+ *     if (parse_ipaddr(&af, "10.1.0.0/33", PARSE_IPADDR_PREFIX_OK, address, sizeof address, NULL,
+ *                      &pfxlen, NULL, NULL, 0, error, sizeof error) != 0)
+ *         puts(error);  // prefix length '33' is larger than 32 in address '10.1.0.0/33'
  */
 ORVEX_PARSE_API int parse_ipaddr(uint32_t *af, const char *str, uint32_t flags, void *address,
                                  size_t address_len, int *pfxseen, uint32_t *pfxlen, int *maskseen,
@@ -208,10 +274,19 @@ ORVEX_PARSE_API size_t format_ipv6addr_partial(const void *prefix, uint32_t pfxl
  *  - with errno ENOSPC when `buf` is null, `buflen` is 0 or the text does not fit. The buffer then
  *    holds the text cut short, or an empty text in place of a keyword; for IPv6, what
  *    _format_ipv6addr leaves.
+ *
+ * Example:
+ *     const uint8_t address[4] = {10, 1, 0, 0};
+ *     char text[FORMAT_IPADDR_BUFSIZE];
+ *     format_ipaddr(PARSE_AF_INET, address, 0, 1, 16, 0, NULL, text, sizeof text);
+ *     puts(text);  // 10.1.0.0/16
  */
 ORVEX_PARSE_API size_t format_ipaddr(int af, const void *address, uint8_t full_form, int pfxseen,
                                      uint32_t pfxlen, int maskseen, const void *mask, char *buf,
                                      size_t buflen);
+
+/* The size of the buffer of format_rfc5952. */
+#define FORMAT_RFC5952_BUFSIZE 47
 
 /*
  * Rewrites the text of an IPv6 address in place into the canonical form of RFC 5952 section 4:
@@ -219,10 +294,14 @@ ORVEX_PARSE_API size_t format_ipaddr(int af, const void *address, uint8_t full_f
  * equal ones. A dotted IPv4 part in place of the last two groups is kept, and none is added; the
  * "::" is chosen without regard to it, and may then replace one group alone.
  *
- * `text`  a buffer of at least 47 bytes, or null. On success all 47 are written: the text, at most
- *         45 characters, and zeros.
+ * `text`  a buffer of at least FORMAT_RFC5952_BUFSIZE bytes, or null. On success so many are
+ *         written: the text, at most 45 characters, and zeros.
  * Returns 1. Returns 0, with the buffer unchanged, when `text` is null or not an IPv6 address of
  * RFC 4291 section 2.2.
+ *
+ * Example:
+ *     char text[FORMAT_RFC5952_BUFSIZE] = "2001:DB8:0:0:0:0:0:1";
+ *     if (format_rfc5952(text) == 1) puts(text);  // 2001:db8::1
  */
 ORVEX_PARSE_API int format_rfc5952(char *text);
 
@@ -241,6 +320,11 @@ ORVEX_PARSE_API int format_rfc5952(char *text);
  * Returns a pointer to the first character of the text, inside `buf`; the bytes before it are
  * unchanged. A text that does not fit keeps its right end and the terminator. `address` and `buf`
  * must not be null.
+ *
+ * Example:
+ *     const uint8_t address[16] = {0x20, 0x01, 0x0d, 0xb8};
+ *     char room[FORMAT_IN6_BUFSIZE];
+ *     puts(format_in6_addr(address, 32, room, sizeof room, 1));  // 2001:db8::
  */
 ORVEX_PARSE_API char *format_in6_addr(const void *address, int pfxlen, char *buf, size_t buflen,
                                       int terminate);
@@ -329,9 +413,18 @@ struct parsed_interface {
  * may have an lcc number, in the first call whose chassis prefix is not refused, and
  * parse_pf_attrib, in the first that reads a unit on product 169. First calls from several threads
  * at once are safe.
+ *
+ * Example:
+ *     struct parsed_interface name;
+ *     if (parse_interface("eth-1/2/0:3.100", 0, 0, &name, NULL, 0) == 0)
+ *         printf("%s, fpc %d, unit %d\n", name.type_name, name.fpc, name.unit);  // eth, fpc 1,
+ * unit 100
  */
 ORVEX_PARSE_API int parse_interface(const char *name, uint32_t flags, uint32_t mask,
                                     struct parsed_interface *result, char *errbuf, size_t errlen);
+
+/* Room for every chassis name that parse_4_level_chassis accepts, terminator included. */
+#define PARSE_CHASSIS_BUFSIZE 129
 
 /*
  * Removes a chassis name and its ":" from the start of an interface name, "lcc0:eth-0/0/0", when a
@@ -384,8 +477,14 @@ ORVEX_PARSE_API extern struct platform_attributes parse_pf_attrib;
  * and a lower-case letter if it has no "-". A type that the platform knows is no alias, alone, with
  * a device number or unit ("irb.10"), or followed by "-", no letter, and a "/" somewhere
  * ("eth-0/0/0"). `text` must not be null. Returns 1 or 0.
+ *
+ * Example:
+ *     printf("%d\n", is_interface_alias("uplink-to-core"));  // 1
  */
 ORVEX_PARSE_API int is_interface_alias(const char *text);
+
+/* Room for every interface name that ifalias_to_ifl copies, terminator included. */
+#define IFALIAS_NAME_BUFSIZE 61
 
 /*
  * Looks an alias up in the alias map, /var/etc/if_alias_map, and copies its interface name. A line
@@ -425,6 +524,14 @@ ORVEX_PARSE_API int ifalias_to_ifl(const char *alias, char *dest, size_t dest_si
  * Returns 0; -1 when the text is no MAC address; -2 when its prefix is not allowed or above 48, or
  * its group bit is refused. On failure `address` holds the groups read so far and zeros; a refused
  * prefix leaves `pfxseen` 0 and `pfxlen` unchanged.
+ *
+ * Example:
+ *     uint8_t address[6];
+ *     char text[FORMAT_MAC_BUFSIZE];
+ *     if (parse_mac_addr("0:1b:2c3d.4e5f", 0, address, NULL, NULL, NULL, 0) == 0) {
+ *         format_mac_addr(text, sizeof text, address, 0, 0);
+ *         puts(text);  // 00:1b:2c:3d:4e:5f
+ *     }
  */
 ORVEX_PARSE_API int parse_mac_addr(const char *text, uint32_t flags, uint8_t *address, int *pfxseen,
                                    uint8_t *pfxlen, char *errbuf, size_t errlen);
@@ -459,11 +566,22 @@ ORVEX_PARSE_API int parse_delim_dec_addr(const char *text, uint8_t *bytes, char 
 ORVEX_PARSE_API int parse_delim_hex_addr(const char *text, uint8_t *bytes, char *errbuf,
                                          size_t errlen, uint32_t count);
 
+/* Room for every text of format_delim_addr about `count` bytes, with its NUL and terminator. */
+#define FORMAT_DELIM_BUFSIZE(count) (4U * (count) + 1U)
+
 /*
  * Writes `count` bytes with `delimiter` between them: two hexadecimal digits each when `style` is
- * 'x', decimal otherwise; after them a NUL and the terminator. 3 * `count` + 1 or 4 * `count` + 1
- * bytes hold all. Returns the length of the whole text and the NUL; a smaller buffer holds it cut.
- * When `count` is 0, returns 0 and writes nothing.
+ * 'x', decimal otherwise; after them a NUL and the terminator. Returns the length of the whole text
+ * and the NUL; a buffer of fewer bytes holds the text cut. When `count` is 0, returns 0 and writes
+ * nothing.
+ *
+ * Example:
+ *     uint8_t bytes[4];
+ *     char text[FORMAT_DELIM_BUFSIZE(sizeof bytes)];
+ *     if (parse_delim_hex_addr("0a:1:2:3", bytes, NULL, 0, sizeof bytes) == 0) {
+ *         format_delim_addr(text, sizeof text, bytes, '.', sizeof bytes, 'd');
+ *         puts(text);  // 10.1.2.3
+ *     }
  */
 ORVEX_PARSE_API int format_delim_addr(char *buf, size_t buflen, const uint8_t *bytes,
                                       char delimiter, uint32_t count, char style);
@@ -496,9 +614,22 @@ ORVEX_PARSE_API int parse_is_iso_addr(const char *text);
  * Returns 0; -1 when the text is refused for its form or a bit after the length, also without a
  * message when `count` is missing; -2 when a value is not allowed. On failure the outputs may hold
  * part of the result.
+ *
+ * Example:
+ *     uint8_t bytes[20], count = sizeof bytes;
+ *     int pfxseen;
+ *     uint16_t pfxlen;
+ *     char text[FORMAT_ISO_BUFSIZE];
+ *     if (parse_iso_addr("490001/24", 0, bytes, &count, &pfxseen, &pfxlen, NULL, 0) == 0) {
+ *         format_iso_addr(bytes, count, pfxseen, pfxlen, text, sizeof text);
+ *         puts(text);  // 49.0001/24
+ *     }
  */
 ORVEX_PARSE_API int parse_iso_addr(const char *text, uint32_t flags, uint8_t *bytes, uint8_t *count,
                                    int *pfxseen, uint16_t *pfxlen, char *errbuf, size_t errlen);
+
+/* Room for every text of format_iso_addr about up to 20 bytes, terminator included. */
+#define FORMAT_ISO_BUFSIZE 57
 
 /*
  * Writes `count` bytes as "49.0001.1921", with "." after the first, third, fifth byte and so on but
@@ -525,9 +656,20 @@ ORVEX_PARSE_API int parse_is_iso_sysid(const char *text);
 ORVEX_PARSE_API int parse_iso_sysid(const char *text, uint8_t *sysid, int size, char *errbuf,
                                     size_t errlen);
 
+/* Room for every text of format_iso_sysid, terminator included. */
+#define FORMAT_ISO_SYSID_BUFSIZE 15
+
 /*
  * Writes 6 bytes as "1921.6800.1001". Returns what the last byte's digits used up: 2, or the room
  * that was left when they were cut, 0 when there was none.
+ *
+ * Example:
+ *     uint8_t sysid[6];
+ *     char text[FORMAT_ISO_SYSID_BUFSIZE];
+ *     if (parse_iso_sysid("1.a.0100", sysid, sizeof sysid, NULL, 0) == 0) {
+ *         format_iso_sysid(sysid, text, sizeof text);
+ *         puts(text);  // 0001.000a.0100
+ *     }
  */
 ORVEX_PARSE_API int format_iso_sysid(const uint8_t *sysid, char *buf, size_t buflen);
 
@@ -544,6 +686,11 @@ ORVEX_PARSE_API int format_iso_sysid(const uint8_t *sysid, char *buf, size_t buf
  * `high`, `low`  receive the 8 bytes as two numbers, most significant byte first; unchanged on
  *                failure.
  * All three are required. Returns 0, or 1 on failure.
+ *
+ * Example:
+ *     uint32_t type, high, low;
+ *     if (parse_inetvpn_rd("10.1.1.1:7", &type, &high, &low, NULL, 0) == 0)
+ *         printf("%u %08x %08x\n", type, high, low);  // 1 00010a01 01010007
  */
 ORVEX_PARSE_API int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t *high,
                                      uint32_t *low, char *errbuf, size_t errlen);
@@ -564,9 +711,20 @@ ORVEX_PARSE_API int parse_inetvpn_rd(const char *text, uint32_t *type, uint32_t 
 ORVEX_PARSE_API int parse_esi(const char *text, uint8_t *esi, char *errbuf, size_t errlen,
                               int mode);
 
+/* Room for every text of format_esi, terminator included. */
+#define FORMAT_ESI_BUFSIZE 30
+
 /*
- * Writes "00:11:22:33:44:55:66:77:88:99" and returns 29. A buffer of less than 30 bytes holds the
- * text cut, and its size is returned.
+ * Writes "00:11:22:33:44:55:66:77:88:99" and returns 29. A smaller buffer than FORMAT_ESI_BUFSIZE
+ * holds the text cut, and its size is returned.
+ *
+ * Example:
+ *     uint8_t esi[10];
+ *     char text[FORMAT_ESI_BUFSIZE];
+ *     if (parse_esi("0:11::99", esi, NULL, 0, PARSE_ESI_ANY) == 0) {
+ *         format_esi(text, sizeof text, esi);
+ *         puts(text);  // 00:11:00:00:00:00:00:00:00:99
+ *     }
  */
 ORVEX_PARSE_API int format_esi(char *buf, size_t buflen, const uint8_t *esi);
 
@@ -598,6 +756,12 @@ ORVEX_PARSE_API int parse_is_atmvpn(const char *text);
  *           than the length in the text, 0 to 183, and 255 without one. Unchanged on failure; may
  *           be null.
  * Returns 0, or 1 on failure; without a message when the "/" or the cut removed a "::".
+ *
+ * Example:
+ *     struct atmvpn_address key;
+ *     uint32_t pfxlen;
+ *     if (parse_atmvpn("65000:1::5::10.1.2.3/32", &key, &pfxlen, NULL, 0) == 0)
+ *         printf("type %d, %u bits\n", key.type, pfxlen);  // type 5, 104 bits
  */
 ORVEX_PARSE_API int parse_atmvpn(const char *text, struct atmvpn_address *record, uint32_t *pfxlen,
                                  char *errbuf, size_t errlen);
@@ -614,6 +778,11 @@ ORVEX_PARSE_API int parse_atmvpn(const char *text, struct atmvpn_address *record
  *
  * `seconds`  receives the total, which must be from `min` to `max`; unchanged on failure.
  * Returns 1, or 0 on failure.
+ *
+ * Example:
+ *     uint64_t seconds;
+ *     if (decode_dhms("1h30m", 0, UINT64_MAX, &seconds, NULL, 0) == 1)
+ *         printf("%u\n", (unsigned)seconds);  // 5400
  */
 ORVEX_PARSE_API int decode_dhms(const char *text, uint64_t min, uint64_t max, uint64_t *seconds,
                                 char *errbuf, size_t errlen);

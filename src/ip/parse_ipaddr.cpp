@@ -24,13 +24,13 @@ struct Family {
 constexpr std::array<Family, 9> families = {{
     {PARSE_AF_INET, PARSE_AF_INET},
     {PARSE_AF_INET6, PARSE_AF_INET6},
-    {73, PARSE_AF_INET},
-    {119, PARSE_AF_INET},
-    {121, PARSE_AF_INET6},
-    {129, PARSE_AF_INET},
-    {131, PARSE_AF_INET6},
-    {139, PARSE_AF_INET},
-    {141, PARSE_AF_INET6},
+    {PARSE_AF_INET_73, PARSE_AF_INET},
+    {PARSE_AF_INET_119, PARSE_AF_INET},
+    {PARSE_AF_INET6_121, PARSE_AF_INET6},
+    {PARSE_AF_INET_129, PARSE_AF_INET},
+    {PARSE_AF_INET6_131, PARSE_AF_INET6},
+    {PARSE_AF_INET_139, PARSE_AF_INET},
+    {PARSE_AF_INET6_141, PARSE_AF_INET6},
 }};
 
 // The base family of a code, 0 for an unsupported one.

@@ -15,7 +15,7 @@ using orvex_test::Guarded;
 
 // "1 NAME", or "0" with the destination untouched, as a look-up leaves it.
 template <typename Find>
-std::string found_by(const Find &find, size_t size = 61)
+std::string found_by(const Find &find, size_t size = IFALIAS_NAME_BUFSIZE)
 {
     Guarded dest(size);
     errno = 77;
@@ -28,7 +28,7 @@ std::string found_by(const Find &find, size_t size = 61)
     return std::to_string(found);
 }
 
-std::string look_up(const std::string &map, const std::string &alias, size_t size = 61)
+std::string look_up(const std::string &map, const std::string &alias, size_t size = IFALIAS_NAME_BUFSIZE)
 {
     FILE *const stream = fmemopen(const_cast<char *>(map.data()), map.size(), "r");
     std::fgetc(stream);

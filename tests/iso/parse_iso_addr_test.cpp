@@ -116,7 +116,7 @@ TEST(FormatIsoAddr, RoundTripsAtEverySize)
         for (uint8_t &byte : bytes) byte = static_cast<uint8_t>(random() | 1);
         const std::string digits = orvex_test::hexadecimal(bytes.data(), count);
         const auto length = static_cast<uint16_t>(8 * count);
-        char text[80];
+        char text[FORMAT_ISO_BUFSIZE];
         format_iso_addr(bytes.data(), count, 0, 0, text, sizeof text);
         const std::string address = text;
         if (count >= 8) check(PARSE_ISO_NSAP, {{.texts = {address}, .bytes = digits}});

@@ -6,6 +6,7 @@
 #ifndef ORVEX_PLATFORM_H
 #define ORVEX_PLATFORM_H
 
+#include <orvex/parse.h> /* the PARSE_IF_ bits of interface_info.flags */
 #include <stddef.h>
 #include <stdint.h>
 
