@@ -137,7 +137,7 @@ ORVEX_PARSE_API int parse_number(const char *str, int32_t *value, int32_t limit)
 #define PARSE_IPADDR_PREFIX_OK 0x1U       /* "/" and a prefix length may follow the address */
 #define PARSE_IPADDR_PREFIX_REQUIRED 0x2U /* a prefix length or a mask must be given */
 #define PARSE_IPADDR_ALL_BYTES 0x4U       /* IPv4: all four groups of an address or dotted mask */
-#define PARSE_IPADDR_MASK_OK 0x8U         /* with PREFIX_OK: a mask may follow the "/" */
+#define PARSE_IPADDR_MASK_OK 0x8U         /* with PARSE_IPADDR_PREFIX_OK: a mask may follow */
 #define PARSE_IPADDR_DEFAULT_OK 0x10U     /* "default" and "all" mean 0.0.0.0/0 or ::/0 */
 #define PARSE_IPADDR_INTEGER_OK 0x20U     /* IPv4: one decimal number is the whole address */
 #define PARSE_IPADDR_HOST_ZERO 0x80U      /* bits after the prefix or outside the mask must be 0 */
@@ -417,8 +417,7 @@ struct parsed_interface {
  * Example:
  *     struct parsed_interface name;
  *     if (parse_interface("eth-1/2/0:3.100", 0, 0, &name, NULL, 0) == 0)
- *         printf("%s, fpc %d, unit %d\n", name.type_name, name.fpc, name.unit);  // eth, fpc 1,
- * unit 100
+ *         printf("fpc %d, unit %d\n", name.fpc, name.unit);  // fpc 1, unit 100
  */
 ORVEX_PARSE_API int parse_interface(const char *name, uint32_t flags, uint32_t mask,
                                     struct parsed_interface *result, char *errbuf, size_t errlen);
