@@ -63,6 +63,13 @@ TEST(FindAliasInFile, ReadsRegularFilesOnly)
     EXPECT_EQ(truncate64(path.c_str(), off64_t{3} << 30), 0);
     EXPECT_EQ(look_up_in_file(path), "1 eth-0/0/0.0");
     close(file);
+    // The map may be file 0, and is closed after the look-up.
+    const int input = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    EXPECT_EQ(look_up_in_file(path), "1 eth-0/0/0.0");
+    EXPECT_EQ(fcntl(STDIN_FILENO, F_GETFD), -1);
+    EXPECT_EQ(dup2(input, STDIN_FILENO), STDIN_FILENO);
+    close(input);
     std::remove(path.c_str());
 
     EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
