@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Compares what a library exports and needs with the full lists, and checks that it allocates nothing:
+# Compares what a library exports, needs and is named with the full lists, and that it allocates nothing:
 # binary_interface_test.sh LIBRARY
 set -euo pipefail
 library=$1
@@ -22,8 +22,8 @@ diff <(sort <<<"$exports") <(nm -D --defined-only "$library" | cut -d ' ' -f 2- 
 for name in $(nm -D --undefined-only "$library" | sed -n 's/^ *U \([a-z][^@]*\)$/\1/p'); do
   grep -w "$name" "$(dirname "$0")/../platform/include/orvex/platform.h" >/dev/null
 done
-diff <(printf '%s\n' libc.so.6 liborvex-platform.so) \
-  <(readelf -d "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | LC_ALL=C sort)
+diff <(printf '%s\n' libc.so.6 liborvex-parse.so.1 liborvex-platform.so) \
+  <(readelf -d "$library" | sed -n 's/.*(\(NEEDED\|SONAME\)).*\[\(.*\)\]/\2/p' | LC_ALL=C sort)
 
 # A program may have functions of these names. The library calls its own all the same: only the
 # record, which programs write, is looked up by name.
