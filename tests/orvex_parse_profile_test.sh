@@ -61,7 +61,8 @@ done <<'ROWS'
 product = 5|1:11: product: expected a table, found 5
 virtual-fpcs = 5|1:16: virtual-fpcs: expected a table, found 5
 builtin-types = 5|1:17: builtin-types: expected true or false, found 5
-[product]\ncontainer = 1.5|2:13: container: expected true or false, found a floating-point
+[product]\ncontainer = 1.5|2:13: container: expected true or false, found a floating-point number
+[product]\nid = 2020-01-01|2:6: id: expected an integer from 0 to 65535, found a date or a time
 [virtual-fpcs]\nfirst = 2\nlast = 1|1:1: virtual-fpcs: first is above last
 [types]\neth-x = {}|2:1: expected names that an interface name can begin with, found the key "eth-x"
 [types]\n-x = {}|2:1: expected names that an interface name can begin with, found the key "-x"

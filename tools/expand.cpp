@@ -24,7 +24,7 @@ bool read_number(std::string_view &text, uint64_t &number)
 // "0-3,7"
 std::string ExpandedName::read_part(std::string_view inside, Part &part)
 {
-    const std::string wrong = "'[" + std::string(inside) + "]' is no range: use [0-3] or [0,2,5-7]";
+    std::string wrong = "'[" + std::string(inside) + "]' is no range: use [0-3] or [0,2,5-7]";
     for (;;) {
         Span span{};
         if (!read_number(inside, span.first)) return wrong;

@@ -47,6 +47,7 @@ inline std::optional<uint32_t> find_interface_flag(const std::string &name)
 inline std::vector<std::string> interface_flag_names()
 {
     std::vector<std::string> names;
+    names.reserve(interface_flags.size());
     for (const InterfaceFlag &flag : interface_flags) names.emplace_back(flag.name);
     return names;
 }

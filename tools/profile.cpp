@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <cstring>
 #include <map>
-#include <sstream>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
 
 #include "file.h"
@@ -254,16 +254,17 @@ std::string read_profile(const std::string &path)
 }
 
 // toml++ calls itself for each part of a dotted key, and no key of a profile has more than three.
-void check_dots(Faults &faults, const std::string &text)
+void check_dots(Faults &faults, std::string_view text)
 {
-    constexpr size_t most_dots = 32;
-    std::istringstream lines(text);
-    toml::source_position at{};
-    for (std::string line; std::getline(lines, line);) {
+    constexpr ptrdiff_t most_dots = 32;
+    toml::source_position at{.line = 0, .column = 1};
+    while (!text.empty()) {
         ++at.line;
-        at.column = 1;
-        if (std::count(line.begin(), line.end(), '.') > static_cast<ptrdiff_t>(most_dots))
+        const size_t end = std::min(text.find('\n'), text.size() - 1);
+        const std::string_view line = text.substr(0, end);
+        if (std::count(line.begin(), line.end(), '.') > most_dots)
             faults.add(at, "a line has at most 32 dots");
+        text.remove_prefix(end + 1);
     }
 }
 

@@ -1,7 +1,6 @@
 #include "profile_node.h"
 
 #include <algorithm>
-#include <sstream>
 #include <stdexcept>
 
 namespace {
@@ -9,20 +8,12 @@ namespace {
 // "the string "twelve"", "an array"
 std::string describe(const toml::node &node)
 {
-    std::ostringstream text;
-    if (const auto *const string = node.as_string())
-        text << "the string \"" << string->get() << '"';
-    else if (const auto *const integer = node.as_integer())
-        text << integer->get();
-    else if (const auto *const boolean = node.as_boolean())
-        text << (boolean->get() ? "true" : "false");
-    else if (node.is_table())
-        text << "a table";
-    else if (node.is_array())
-        text << "an array";
-    else
-        text << "a " << node.type();
-    return text.str();
+    if (const auto *const string = node.as_string()) return "the string \"" + string->get() + '"';
+    if (const auto *const integer = node.as_integer()) return std::to_string(integer->get());
+    if (const auto *const boolean = node.as_boolean()) return boolean->get() ? "true" : "false";
+    if (node.is_table()) return "a table";
+    if (node.is_array()) return "an array";
+    return node.is_floating_point() ? "a floating-point number" : "a date or a time";
 }
 
 }  // namespace
@@ -37,12 +28,13 @@ void Faults::throw_if_any()
     if (faults_.empty()) return;
     std::stable_sort(faults_.begin(), faults_.end(),
                      [](const Fault &one, const Fault &other) { return one.at < other.at; });
-    std::ostringstream message;
-    for (const Fault &fault : faults_) {
-        if (&fault != &faults_.front()) message << '\n';
-        message << path_ << ':' << fault.at.line << ':' << fault.at.column << ": " << fault.problem;
+    std::string message;
+    for (const auto &[at, problem] : faults_) {
+        if (!message.empty()) message += '\n';
+        message += path_ + ':' + std::to_string(at.line) + ':' + std::to_string(at.column) + ": ";
+        message += problem;
     }
-    throw std::runtime_error(message.str());
+    throw std::runtime_error(message);
 }
 
 void Node::read_truth(uint8_t &value) const
