@@ -31,8 +31,9 @@ expect 'mapped below 0' 0 $'-2\n-1\n0' '' interface --field fpc --profile "$scra
 expect 'every name of two ranges' 1 $'eth-0/0/46\neth-0/0/47\neth-1/0/46\neth-1/0/47' \
   "port value outside range 0..47 for '48' in 'eth-0/0/48'
 port value outside range 0..47 for '48' in 'eth-1/0/48'" interface --expand 'eth-[0-1]/0/[46,47-48]'
-expect 'an expanded object' 0 '{"input":"eth-[2]/0/0.[7]","argument":1,"name":"eth-2/0/0.7","type":"eth","fpc":2,"pic":0,"port":0,"unit":7}' '' \
+expect 'an expanded object' 0 '{"input":"eth-2/0/0.7","argument":1,"type":"eth","fpc":2,"pic":0,"port":0,"unit":7}' '' \
   interface --expand --json 'eth-[2]/0/0.[7]'
+expect 'expanded names that are refused' 1 $'eth-0/0/48\neth-0/0/49' '' interface --expand --only refused 'eth-0/0/[46-49]'
 [[ $("$program" interface --expand 'irb.[0-65535]' | sort -u | wc -l) == 65536 ]] || fail '65,536 names'
 while IFS='|' read -r name message; do
   expect "$name" 1 '' "$message" interface --expand "$name"
@@ -60,6 +61,7 @@ done <<'ROWS'
 [types.eth]\nchannels = [1,2,3,4,5,6,7]|2:12: channels: expected a list of at most 6 bounds, found 7
 product = 5|1:11: product: expected a table, found 5
 virtual-fpcs = 5|1:16: virtual-fpcs: expected a table, found 5
+types = 5|1:9: types: expected a table, found 5
 builtin-types = 5|1:17: builtin-types: expected true or false, found 5
 [product]\ncontainer = 1.5|2:13: container: expected true or false, found a floating-point number
 [product]\nid = 2020-01-01|2:6: id: expected an integer from 0 to 65535, found a date or a time

@@ -76,11 +76,13 @@ for arguments in 'ip 10.0.0.1' --help --version 'profile show'; do
   [[ $? == 1 && $(<"$scratch/err") == 'orvex-parse: cannot write: No space left on device' ]] || fail "$arguments, full device"
 done
 
-# Memory stays the same however long the input and its lines are.
+# Memory stays the same however long the input and its lines are. A sanitizer needs much more.
 peak() { ( ulimit -v 16384 && exec "$program" "$@" ) >/dev/null 2>&1; }
-peak ip --json < <(yes 2001:db8::1 | head -n 300000) || fail 'memory of a long stream'
-peak integer < <(head -c 50000000 /dev/zero | tr '\0' 1)
-[[ $? == 1 ]] || fail 'memory of a long line'
+if ! grep -q __asan_init "$program"; then
+  peak ip --json < <(yes 2001:db8::1 | head -n 300000) || fail 'memory of a long stream'
+  peak integer --only valid < <(head -c 50000000 /dev/zero | tr '\0' 1; echo; echo 1)
+  [[ $? == 1 ]] || fail 'memory of a long line'
+fi
 
 # A text cannot give orders to the terminal that shows it; files get it as it is.
 on_terminal() { script -qec "$1" /dev/null | tr -d '\r'; }

@@ -101,6 +101,7 @@ type:          5
 address bytes: 0a01020300000000000000000000000000000000000000
 prefix length: 32' '' atmvpn 65000:1::5::10.1.2.3/32
 expect 'no length' 0 '{"input":"1:1::5::10","argument":1,"address":"1:1::5::10","rd_bytes":"0000000100000001","type":5,"address_bytes":"0a00000000000000000000000000000000000000000000","prefix_length_raw":255}' '' atmvpn --json 1:1::5::10
+expect 'no text, no family' 1 '' "no family accepts ''" identify ''
 expect 'canonical forms' 1 '{"input":"0x1F","argument":1,"integer":"31","quad":"31","ip":"0.0.0.31"}
 {"input":"1.10:5","argument":2,"rd":"65546L:5"}
 {"input":"001b2c3d4e5f","argument":3,"mac":"00:1b:2c:3d:4e:5f/48"}
@@ -146,7 +147,10 @@ duration --max -1 7|--max: expected a number from 0 to 18446744073709551615, fou
 esi --mode user ::|--mode: expected any, user-defined or reserved-ok, found 'user', did you mean 'user-defined'?
 interface --without ranged x|--without: expected mgmt, channels, no-slot, need-fpc-pic-port, no-unit, all, wildcard, default-unit, need-channel, no-unit-max, rlsq, at-unit-32767, ranges, wide-fpc, expansion-slot or port-first, found 'ranged', did you mean 'ranges'?
 alias find --map x --alternate y|there is one map to read: give --map or --alternate
-profile show x|profile show takes no texts, found 'x'
+profile show x|no text is read, found 'x'
+interface --list-types eth-0|no text is read, found 'eth-0'
+interface --list-types --field fpc|--field: expected type, flags, pic_slots, virtual_pic_slots, ports, channels or products, found 'fpc'
+interface --list-types --only valid|--only: there are no texts to print
 ROWS
 
 printf 'eth-0/0/0.0 uplink x\n' >"$scratch/map"

@@ -102,7 +102,9 @@ void identify(const Text &text, Receiver &receiver)
 {
     static std::deque<OneField> readers(std::begin(families), std::end(families));
     Record *record = nullptr;
-    for (size_t i = 0; i < std::size(families); ++i) {
+    // The platform logs an empty interface name.
+    const size_t count = text.length > 0 ? std::size(families) : 0;
+    for (size_t i = 0; i < count; ++i) {
         OneField &canonical = readers[i];
         if (!canonical.read(families[i].command, text)) continue;
         if (record == nullptr) {

@@ -19,7 +19,6 @@ bool is_listing_types = false;
 
 enum InterfaceField : size_t {
     field_input,
-    field_name,  // of --expand
     field_type,
     field_fpc,
     field_pic,
@@ -31,7 +30,6 @@ enum InterfaceField : size_t {
 
 constexpr Field fields[] = {
     {"input", Audience::people},
-    {"name", Audience::nobody},
     {"type"},
     {"fpc"},
     {"pic"},
@@ -42,13 +40,12 @@ constexpr Field fields[] = {
 };
 static_assert(std::size(fields) == field_unit + 1);
 
-// The names alone for people.
+// Of --expand: people see the names alone.
 constexpr Field expanded_fields[] = {
-    {"input", Audience::nobody},      {"name"},
-    {"type", Audience::programs},     {"fpc", Audience::programs},
-    {"pic", Audience::programs},      {"port", Audience::programs},
-    {"channels", Audience::programs}, {"direction", Audience::programs},
-    {"unit", Audience::programs},
+    {"input", Audience::people},       {"type", Audience::programs},
+    {"fpc", Audience::programs},       {"pic", Audience::programs},
+    {"port", Audience::programs},      {"channels", Audience::programs},
+    {"direction", Audience::programs}, {"unit", Audience::programs},
 };
 static_assert(std::size(expanded_fields) == std::size(fields));
 
@@ -93,14 +90,12 @@ void write_fpc(Record &record, const char *name, int32_t fpc)
     write_number(record, field_fpc, fpc);
 }
 
-void write_record(Record &record, const Text &text, const char *name,
-                  const parsed_interface &parsed)
+void write_record(Record &record, const Text &name, const parsed_interface &parsed)
 {
-    record.text(field_input, text.view());
-    record.text(field_name, name);
+    record.text(field_input, name.view());
     if (parsed.type_name[0] == '\0') return;  // in a container, no part is read
     record.text(field_type, parsed.type_name);
-    write_fpc(record, name, parsed.fpc);
+    write_fpc(record, name.value, parsed.fpc);
     write_number(record, field_pic, parsed.pic);
     write_number(record, field_port, parsed.port);
     if (parsed.channel_count != IF_FIELD_ABSENT) {
@@ -118,25 +113,27 @@ void write_record(Record &record, const Text &text, const char *name,
     write_number(record, field_unit, parsed.unit);
 }
 
-// Reads one of the names that a text means.
-void read_name(const Text &text, const char *name, Receiver &receiver)
+void read_interface(const Text &name, Receiver &receiver)
 {
     parsed_interface parsed;
     const auto parse = [&](char *error, size_t size) {
-        return parse_interface(name, flags, mask, &parsed, error, size);
+        return parse_interface(name.value, flags, mask, &parsed, error, size);
     };
-    parse_text(text, receiver, 0, parse,
-               [&](Record &record) { write_record(record, text, name, parsed); });
+    parse_text(name, receiver, 0, parse,
+               [&](Record &record) { write_record(record, name, parsed); });
 }
 
-void read_interface(const Text &text, Receiver &receiver) { read_name(text, text.value, receiver); }
-
+// Reads every name that a text means, each as a text of the same line or argument.
 void read_expanded(const Text &text, Receiver &receiver)
 {
     ExpandedName names;
     const std::string fault = names.read(text.view());
     if (!fault.empty()) return receiver.refuse(text, {.message = fault});
-    for (uint64_t i = 0; i < names.count(); ++i) read_name(text, names.name(i).c_str(), receiver);
+    for (uint64_t i = 0; i < names.count(); ++i) {
+        const std::string name = names.name(i);
+        const Text one = {.value = name.c_str(), .length = name.size(), .number = text.number};
+        read_interface(one, receiver);
+    }
 }
 
 const Command expand_command = {

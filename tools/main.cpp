@@ -43,10 +43,10 @@ int run_command(CommandLine &line, int argc, char **argv, Output &output)
     const int last_word = found.words - 1;
     std::vector<char *> texts = line.command_options.parse(argc - last_word, argv + last_word);
     if (line.wants_help) return print(output, command_help(command, line.command_options));
-    if (command.texts == nullptr && !texts.empty())
-        throw UsageError(std::string(command.name) + " takes no texts, found '" + texts.front() +
-                         "'");
     const Command &prepared = command.prepare != nullptr ? command.prepare(command) : command;
+    check_form(prepared, line.stream.form);
+    if (prepared.read == nullptr && !texts.empty())
+        throw UsageError(std::string("no text is read, found '") + texts.front() + "'");
     if (prepared.has_profile) install_profile(line.profile);
     return run_stream(prepared, line.stream, std::move(texts), output);
 }

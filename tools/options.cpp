@@ -80,29 +80,32 @@ void Options::flag(std::string name, std::string help, std::function<void()> set
                         .letter = letter});
 }
 
+void check_choice(const std::string &option, const std::vector<std::string> &choices,
+                  const std::string &value)
+{
+    if (std::find(choices.begin(), choices.end(), value) != choices.end()) return;
+    throw UsageError(option + ": expected " + list_of(choices) + ", found '" + value + "'" +
+                     did_you_mean(value, choices));
+}
+
 void Options::value(std::string name, std::string value, std::string help,
-                    std::function<void(const std::string &)> set)
+                    std::function<void(const std::string &)> set, std::vector<std::string> choices)
 {
     options_.push_back({.name = std::move(name),
                         .value = std::move(value),
                         .help = std::move(help),
-                        .set = std::move(set)});
+                        .set = std::move(set),
+                        .choices = std::move(choices)});
 }
 
 void Options::choice(std::string name, std::string value, std::string help,
                      std::vector<std::string> choices, std::function<void(const std::string &)> set)
 {
     const auto check = [name, choices, set = std::move(set)](const std::string &word) {
-        if (std::find(choices.begin(), choices.end(), word) == choices.end())
-            throw UsageError(name + ": expected " + list_of(choices) + ", found '" + word + "'" +
-                             did_you_mean(word, choices));
+        check_choice(name, choices, word);
         set(word);
     };
-    options_.push_back({.name = std::move(name),
-                        .value = std::move(value),
-                        .help = std::move(help),
-                        .set = check,
-                        .choices = std::move(choices)});
+    this->value(std::move(name), std::move(value), std::move(help), check, std::move(choices));
 }
 
 void Options::number(std::string name, std::string value, std::string help, uint64_t min,

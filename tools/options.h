@@ -27,8 +27,11 @@ struct Option {
 class Options {
    public:
     void flag(std::string name, std::string help, std::function<void()> set, char letter = '\0');
+    // `choices` are words that the value may be, for completion only.
     void value(std::string name, std::string value, std::string help,
-               std::function<void(const std::string &)> set);
+               std::function<void(const std::string &)> set, std::vector<std::string> choices = {});
+
+    // As `value`, and other words are wrong usage.
     void choice(std::string name, std::string value, std::string help,
                 std::vector<std::string> choices, std::function<void(const std::string &)> set);
 
@@ -50,6 +53,10 @@ class Options {
 
     std::vector<Option> options_;
 };
+
+// Throws UsageError when the value of an option is none of the choices.
+void check_choice(const std::string &option, const std::vector<std::string> &choices,
+                  const std::string &value);
 
 // ", did you mean 'word'?" for the word that is nearest to `text`, or nothing when none is near.
 std::string did_you_mean(const std::string &text, const std::vector<std::string> &words);

@@ -202,6 +202,7 @@ bool can_match(const std::string &name, const std::map<std::string, Type> &types
 // Changes the built-in type of a name, or adds a type.
 void read_types(Router &router, const Node &table)
 {
+    if (!table.is_table()) return table.expected("a table");
     for (const Node &entry : table.entries()) read_type(router.types[entry.key()], entry);
     for (const Node &entry : table.entries())
         if (!can_match(entry.key(), router.types))

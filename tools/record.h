@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-enum class Audience { everyone, people, programs, nobody };
+enum class Audience { everyone, people, programs };
 
 // What a command's records can hold, in the order of output.
 struct Field {

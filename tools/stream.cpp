@@ -212,6 +212,16 @@ void set_format(Form &form, Format format, const char *option)
     form.format = format;
 }
 
+// The fields that programs see.
+std::vector<std::string> field_names(const Command &command)
+{
+    std::vector<std::string> names;
+    names.reserve(command.fields.size());
+    for (const Field &field : command.fields)
+        if (is_shown_to(field, Audience::programs)) names.emplace_back(field.name);
+    return names;
+}
+
 void read_text(const Command &command, const Form &form, const Text &text, Printer &printer)
 {
     if (text.fault == nullptr) return command.read(text, printer);
@@ -224,6 +234,14 @@ void read_text(const Command &command, const Form &form, const Text &text, Print
 
 }  // namespace
 
+void check_form(const Command &command, const Form &form)
+{
+    if (form.format == Format::field) check_choice("--field", field_names(command), form.field);
+    if (command.read != nullptr) return;
+    if (form.format == Format::only) throw UsageError("--only: there are no texts to print");
+    if (form.format == Format::quiet) throw UsageError("--quiet: there are no texts to check");
+}
+
 void add_stream_options(Options &options, StreamOptions &stream, const Command &command)
 {
     Form &form = stream.form;
@@ -231,14 +249,13 @@ void add_stream_options(Options &options, StreamOptions &stream, const Command &
                  [&form] { set_format(form, Format::json, "--json"); });
     options.flag("--tsv", "Print a header line, and columns with TABs between them",
                  [&form] { set_format(form, Format::tsv, "--tsv"); });
-    std::vector<std::string> names;
-    for (const Field &field : command.fields)
-        if (is_shown_to(field, Audience::programs)) names.emplace_back(field.name);
-    options.choice("--field", "NAME", "Print one field's value a line, empty for a refused text",
-                   names, [&form](const std::string &name) {
-                       set_format(form, Format::field, "--field");
-                       form.field = name;
-                   });
+    options.value(
+        "--field", "NAME", "Print one field's value a line, empty for a refused text",
+        [&form](const std::string &name) {
+            set_format(form, Format::field, "--field");
+            form.field = name;
+        },
+        field_names(command));
     if (command.read == nullptr) return;
     options.choice("--only", "valid|refused", "Print the valid or the refused texts themselves",
                    {"valid", "refused"}, [&form](const std::string &which) {
