@@ -31,7 +31,7 @@ void check_alias(const Text &text, Receiver &receiver)
 
 void find_alias(const Text &text, Receiver &receiver)
 {
-    std::array<char, 61> name;
+    std::array<char, IFALIAS_NAME_BUFSIZE> name;
     if (ifalias_to_ifl(text.value, name.data(), name.size(), 0, map.get()) == 1) {
         receiver.begin(text).text(0, name.data());
         return receiver.end(text);

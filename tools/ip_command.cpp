@@ -165,7 +165,8 @@ void write_record(Record &record, const Text &text, const IpValue &value)
 // Whether a family code that the library accepts is IPv6-based.
 bool is_ipv6_based(uint32_t af)
 {
-    return af == PARSE_AF_INET6 || af == 121 || af == 131 || af == 141;
+    return af == PARSE_AF_INET6 || af == PARSE_AF_INET6_121 || af == PARSE_AF_INET6_131 ||
+           af == PARSE_AF_INET6_141;
 }
 
 int parse_ip(const Text &text, uint32_t with_flags, IpValue &value, char *error, size_t size)

@@ -26,7 +26,7 @@ void read_iso_as(const Text &text, Receiver &receiver, uint32_t with_flags)
                               error, size);
     };
     parse_text(text, receiver, 0, parse, [&](Record &record) {
-        std::array<char, 80> whole;
+        std::array<char, FORMAT_ISO_BUFSIZE> whole;
         format_iso_addr(bytes.data(), count, pfxseen, pfxlen, whole.data(), whole.size());
         record.text(iso_address, whole.data());
         record.bytes(iso_bytes, {bytes.data(), count});
@@ -42,7 +42,7 @@ void read_sysid(const Text &text, Receiver &receiver)
                                size);
     };
     parse_text(text, receiver, 0, parse, [&sysid](Record &record) {
-        std::array<char, 16> whole;
+        std::array<char, FORMAT_ISO_SYSID_BUFSIZE> whole;
         format_iso_sysid(sysid.data(), whole.data(), whole.size());
         record.text(0, whole.data());
         record.bytes(1, sysid);

@@ -89,7 +89,7 @@ bool is_hexadecimal = false;
 void read_delimited(const Text &text, Receiver &receiver)
 {
     static std::vector<uint8_t> bytes(count);
-    static std::vector<char> whole(size_t{4} * count + 1);
+    static std::vector<char> whole(FORMAT_DELIM_BUFSIZE(count));
     const auto parse = [&](char *error, size_t size) {
         const auto reader = is_hexadecimal ? parse_delim_hex_addr : parse_delim_dec_addr;
         return reader(text.value, bytes.data(), error, size, count);

@@ -48,8 +48,8 @@ constexpr Field canonical_fields[] = {{"canonical"}};
 
 void read_canonical(const Text &text, Receiver &receiver)
 {
-    // The longest text of an address has 45 characters; format_rfc5952 writes 47 bytes.
-    std::array<char, 47> buffer;
+    // The longest text of an address is shorter than the buffer that format_rfc5952 needs.
+    std::array<char, FORMAT_RFC5952_BUFSIZE> buffer;
     const bool fits = text.length < buffer.size();
     if (fits) std::copy_n(text.value, text.length + 1, buffer.data());
     if (fits && format_rfc5952(buffer.data()) == 1) {

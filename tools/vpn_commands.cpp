@@ -71,7 +71,7 @@ void read_esi(const Text &text, Receiver &receiver)
         return parse_esi(text.value, esi.data(), error, size, mode);
     };
     parse_text(text, receiver, 0, parse, [&esi](Record &record) {
-        std::array<char, 30> whole;
+        std::array<char, FORMAT_ESI_BUFSIZE> whole;
         format_esi(whole.data(), whole.size(), esi.data());
         record.text(0, whole.data());
         record.bytes(1, esi);
