@@ -6,72 +6,80 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "commands.h"
+#include "command.h"
 #include "file.h"
-#include "profile.h"
+#include "options.h"
+#include "parse_text.h"
 
 namespace {
 
-struct AliasOptions : Options {
-    std::string map;
-    bool alternate = false;
-};
+constexpr Field is_fields[] = {{"alias"}};
+constexpr Field find_fields[] = {{"interface"}};
 
-Outcome check_alias(const std::string &text)
+std::string map_path;
+bool is_alternate = false;
+File map;
+
+void check_alias(const Text &text, Receiver &receiver)
 {
-    const bool alias = is_interface_alias(text.c_str()) == 1;
-    Outcome outcome{{{"alias", alias, alias ? "yes" : "no"}}, {}, 0, 0};
-    outcome.is_no = !alias;
-    return outcome;
+    const bool is_alias = is_interface_alias(text.value) == 1;
+    Record &record = receiver.begin(text);
+    if (!is_alias) receiver.say_no();
+    record.truth(0, is_alias);
+    receiver.end(text);
 }
 
-Outcome find_alias(const std::string &alias, FILE *map)
+void find_alias(const Text &text, Receiver &receiver)
 {
-    std::array<char, 61> name;
-    if (ifalias_to_ifl(alias.c_str(), name.data(), name.size(), 0, map) == 1)
-        return {{{"interface", name.data(), name.data()}}, {}, 0, 0};
-    return {{}, "'" + alias + "' is not in the alias map", 0, 0};
+    std::array<char, IFALIAS_NAME_BUFSIZE> name;
+    if (ifalias_to_ifl(text.value, name.data(), name.size(), 0, map.get()) == 1) {
+        receiver.begin(text).text(0, name.data());
+        return receiver.end(text);
+    }
+    const std::string message = quoted(text) + " is not in the alias map";
+    receiver.refuse(text, {.message = message});
+}
+
+void add_find_options(Options &options)
+{
+    options.value("--map", "FILE", "Read this map instead of /var/etc/if_alias_map",
+                  [](const std::string &path) { map_path = path; });
+    options.flag("--alternate", "Read /var/etc/if_alias_map+", [] { is_alternate = true; });
 }
 
 // Opens the map here, since the library does not say why it cannot read one.
-File open_map(const AliasOptions &options)
+const Command &open_map(const Command &self)
 {
-    std::string path = options.map;
-    if (path.empty()) path = options.alternate ? "/var/etc/if_alias_map+" : "/var/etc/if_alias_map";
-    File map(std::fopen(path.c_str(), "re"));
+    if (is_alternate && !map_path.empty())
+        throw UsageError("there is one map to read: give --map or --alternate");
+    if (map_path.empty()) map_path = "/var/etc/if_alias_map";
+    if (is_alternate) map_path += '+';
+    map.reset(std::fopen(map_path.c_str(), "re"));
     if (map == nullptr)
-        throw std::runtime_error("cannot open " + path + ": " + std::strerror(errno));
-    return map;
-}
-
-int run_find(const AliasOptions &options)
-{
-    const File map = open_map(options);
-    return run_texts(options, Style::value,
-                     [&map](const std::string &alias) { return find_alias(alias, map.get()); });
+        throw std::runtime_error("cannot open " + map_path + ": " + std::strerror(errno));
+    return self;
 }
 
 }  // namespace
 
-void add_alias_command(CLI::App &app, const std::string &profile, Job &job)
-{
-    static AliasOptions options;
-    CLI::App *const alias = app.add_subcommand("alias", "Interface aliases and their map");
-    alias->require_subcommand(1);
-    alias->fallthrough();
-    CLI::App *const is =
-        add_command(*alias, "is", "Check whether words mean aliases: yes or no", options);
-    is->fallthrough();
-    is->callback([&job, &profile] {
-        job = [&profile] {
-            install_profile(profile);
-            return run_texts(options, Style::value, check_alias);
-        };
-    });
-    CLI::App *const find =
-        add_command(*alias, "find", "Print the interface names of aliases", options);
-    CLI::Option *const map =
-        find->add_option("--map", options.map, "Read this map")->type_name("FILE");
-    find->add_flag("--alternate", options.alternate, "Read the alternate map")->excludes(map);
-    find->callback([&job] { job = [] { return run_find(options); }; });
-}
+const Command alias_is_command = {
+    .name = "alias is",
+    .summary = "Whether words mean interface aliases: yes or no",
+    .examples = "orvex-parse alias is uplink-to-core\n",
+    .layout = Layout::values,
+    .fields = is_fields,
+    .has_profile = true,
+    .read = check_alias,
+};
+
+const Command alias_find_command = {
+    .name = "alias find",
+    .summary = "The interface names of aliases, from the alias map",
+    .texts = "NAME",
+    .examples = "orvex-parse alias find --map my-map uplink-to-core\n",
+    .layout = Layout::values,
+    .fields = find_fields,
+    .add_options = add_find_options,
+    .prepare = open_map,
+    .read = find_alias,
+};

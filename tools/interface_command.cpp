@@ -1,112 +1,185 @@
 #include <orvex/parse.h>
 
-#include "commands.h"
+#include <cctype>
+#include <cstring>
+
+#include "command.h"
+#include "expand.h"
 #include "interface_flags.h"
+#include "options.h"
 #include "parse_text.h"
-#include "profile.h"
+#include "profile_command.h"
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+uint32_t flags = 0;
+uint32_t mask = 0;
+bool is_expanding = false;
+bool is_listing_types = false;
 
-struct InterfaceOptions : Options {
-    uint32_t flags = 0;
-    uint32_t mask = 0;
+enum InterfaceField : size_t {
+    field_input,
+    field_type,
+    field_fpc,
+    field_pic,
+    field_port,
+    field_channels,
+    field_direction,
+    field_unit,
 };
 
-// A number, or a text for the wildcard or range in its place.
-Json field_value(int32_t value)
+constexpr Field fields[] = {
+    {"input", Audience::people},
+    {"type"},
+    {"fpc"},
+    {"pic"},
+    {"port"},
+    {"channels"},
+    {"direction"},
+    {"unit"},
+};
+static_assert(std::size(fields) == field_unit + 1);
+
+// Of --expand: people see the names alone.
+constexpr Field expanded_fields[] = {
+    {"input", Audience::people},       {"type", Audience::programs},
+    {"fpc", Audience::programs},       {"pic", Audience::programs},
+    {"port", Audience::programs},      {"channels", Audience::programs},
+    {"direction", Audience::programs}, {"unit", Audience::programs},
+};
+static_assert(std::size(expanded_fields) == std::size(fields));
+
+// What stands for a wildcard or a range in place of a number, or null.
+const char *wildcard_text(int32_t value)
 {
     switch (value) {
         case IF_FIELD_WILD_ONE: return "?";
         case IF_FIELD_WILD_ANY: return "*";
         case IF_FIELD_RANGE: return "range";
-        default: return value;
+        default: return nullptr;
     }
 }
 
-std::string text_of(const Json &value)
-{
-    return value.is_string() ? value.get<std::string>() : value.dump();
-}
-
-void add_number(std::vector<Field> &fields, const char *key, int32_t value)
+void write_number(Record &record, size_t field, int32_t value)
 {
     if (value == IF_FIELD_ABSENT) return;
-    const Json json = field_value(value);
-    fields.push_back({key, json, text_of(json)});
+    if (const char *const text = wildcard_text(value))
+        record.text(field, text);
+    else
+        record.number(field, value);
 }
 
-void add_channels(std::vector<Field> &fields, const parsed_interface &record)
+// The text where the FPC number of a name can begin: after its chassis name and the first "-".
+const char *fpc_text(const char *name)
 {
-    if (record.channel_count == IF_FIELD_ABSENT) return;
-    Json channels = Json::array();
-    std::string text;
-    for (int32_t level = 0; level < record.channel_count; ++level) {
-        channels.push_back(field_value(record.channels[level]));
-        text += (level > 0 ? ":" : "") + text_of(channels.back());
+    parse_4_level_chassis(&name, nullptr, 0, nullptr, 0, nullptr);
+    const char *const dash = std::strchr(name, '-');
+    return dash != nullptr ? dash + 1 : "";
+}
+
+// A platform can number FPCs from below 0 on. Only the text tells such a number from a wildcard or
+// from none.
+void write_fpc(Record &record, const char *name, int32_t fpc)
+{
+    if (fpc >= 0) return record.number(field_fpc, fpc);
+    const bool has_other_form = (flags & (PARSE_IF_EXPANSION_SLOT | PARSE_IF_PORT_FIRST)) != 0;
+    const char *const text = fpc_text(name);
+    const bool is_number = std::isdigit(static_cast<unsigned char>(*text)) != 0 ||
+                           std::strchr("+- \t\n\v\f\r", *text) != nullptr;
+    if (*text != '\0' && is_number && !has_other_form) return record.number(field_fpc, fpc);
+    write_number(record, field_fpc, fpc);
+}
+
+void write_record(Record &record, const Text &name, const parsed_interface &parsed)
+{
+    record.text(field_input, name.view());
+    if (parsed.type_name[0] == '\0') return;  // in a container, no part is read
+    record.text(field_type, parsed.type_name);
+    write_fpc(record, name.value, parsed.fpc);
+    write_number(record, field_pic, parsed.pic);
+    write_number(record, field_port, parsed.port);
+    if (parsed.channel_count != IF_FIELD_ABSENT) {
+        record.open_list(field_channels);
+        for (int32_t level = 0; level < parsed.channel_count; ++level) {
+            const int32_t channel = parsed.channels[level];
+            if (const char *const wildcard = wildcard_text(channel))
+                record.item(wildcard);
+            else
+                record.item(channel);
+        }
+        record.close_list();
     }
-    fields.push_back({"channels", channels, text});
+    if (parsed.direction[0] != '\0') record.text(field_direction, parsed.direction + 1);
+    write_number(record, field_unit, parsed.unit);
 }
 
-std::vector<Field> fields_of(const std::string &input, const parsed_interface &record)
+void read_interface(const Text &name, Receiver &receiver)
 {
-    std::vector<Field> fields = {{"input", nullptr, input}};
-    const std::string type = record.type_name;
-    if (!type.empty()) fields.push_back({"type", type, type});
-    add_number(fields, "fpc", record.fpc);
-    add_number(fields, "pic", record.pic);
-    add_number(fields, "port", record.port);
-    add_channels(fields, record);
-    if (record.direction[0] != '\0') {
-        const std::string direction = record.direction + 1;
-        fields.push_back({"direction", direction, direction});
-    }
-    add_number(fields, "unit", record.unit);
-    return fields;
-}
-
-Outcome read_interface(const std::string &text, const InterfaceOptions &options)
-{
-    parsed_interface record;
+    parsed_interface parsed;
     const auto parse = [&](char *error, size_t size) {
-        return parse_interface(text.c_str(), options.flags, options.mask, &record, error, size);
+        return parse_interface(name.value, flags, mask, &parsed, error, size);
     };
-    return parse_text(text, 0, parse, [&] { return fields_of(text, record); });
+    parse_text(name, receiver, 0, parse,
+               [&](Record &record) { write_record(record, name, parsed); });
 }
 
-void add_to_mask(const std::string &name, uint32_t &mask)
+// Reads every name that a text means, each as a text of the same line or argument.
+void read_expanded(const Text &text, Receiver &receiver)
 {
-    const auto flag = find_interface_flag(name);
-    if (!flag) throw CLI::ValidationError("--without", "'" + name + "' is not a flag");
-    mask |= *flag;
+    ExpandedName names;
+    const std::string fault = names.read(text.view());
+    if (!fault.empty()) return receiver.refuse(text, {.message = fault});
+    for (uint64_t i = 0; i < names.count(); ++i) {
+        const std::string name = names.name(i);
+        const Text one = {.value = name.c_str(), .length = name.size(), .number = text.number};
+        read_interface(one, receiver);
+    }
+}
+
+const Command expand_command = {
+    .name = "interface",
+    .summary = "",
+    .layout = Layout::values,
+    .fields = expanded_fields,
+    .has_profile = true,
+    .read = read_expanded,
+};
+
+void add_options(Options &options)
+{
+    for (const InterfaceFlag &flag : interface_flags)
+        options.flag(std::string("--") + flag.name, flag.help, [&flag] { flags |= flag.bit; });
+    options.choice("--without", "FLAG",
+                   "Clear a flag, also one of the interface type; may be repeated",
+                   interface_flag_names(),
+                   [](const std::string &name) { mask |= *find_interface_flag(name); });
+    options.flag("--expand", "Print every name of ranges such as eth-0/0/[0-3,7]",
+                 [] { is_expanding = true; });
+    options.flag("--list-types", "Print the interface types of the router",
+                 [] { is_listing_types = true; });
+}
+
+const Command &prepare(const Command &self)
+{
+    if (is_listing_types) return list_types_command;
+    return is_expanding ? expand_command : self;
 }
 
 }  // namespace
 
-void add_interface_command(CLI::App &app, const std::string &profile, Job &job)
-{
-    static InterfaceOptions options;
-    CLI::App *const command = add_command(
-        app, "interface", "Interface names of the router that the profile describes", options);
-    command->fallthrough();
-    for (const InterfaceFlag &flag : interface_flags)
-        command->add_flag_callback(
-            std::string("--") + flag.name, [&flag] { options.flags |= flag.bit; }, flag.help);
-    command
-        ->add_option_function<std::vector<std::string>>(
-            "--without",
-            [](const std::vector<std::string> &names) {
-                for (const std::string &name : names) add_to_mask(name, options.mask);
-            },
-            "Clear a flag, also one of the interface type; may be repeated")
-        ->type_name("FLAG")
-        ->allow_extra_args(false);
-    command->callback([&job, &profile] {
-        job = [&profile] {
-            install_profile(profile);
-            return run_texts(options, Style::record,
-                             [](const std::string &text) { return read_interface(text, options); });
-        };
-    });
-}
+const Command interface_command = {
+    .name = "interface",
+    .summary = "Interface names of the router that the profile describes",
+    .texts = "NAME",
+    .examples =
+        "orvex-parse interface eth-1/2/0:3.100\n"
+        "orvex-parse interface --wildcard 'eth-1/*/0.100'\n"
+        "orvex-parse interface --expand 'eth-0/0/[0-3,7]'\n"
+        "orvex-parse --profile switch-chassis.toml interface lcc1:eth-1/2/0/3\n"
+        "orvex-parse interface --list-types\n",
+    .fields = fields,
+    .has_profile = true,
+    .add_options = add_options,
+    .prepare = prepare,
+    .read = read_interface,
+};

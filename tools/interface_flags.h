@@ -8,6 +8,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 struct InterfaceFlag {
     const char *name;
@@ -41,6 +42,14 @@ inline std::optional<uint32_t> find_interface_flag(const std::string &name)
                      [&name](const InterfaceFlag &known) { return name == known.name; });
     if (flag == interface_flags.end()) return std::nullopt;
     return flag->bit;
+}
+
+inline std::vector<std::string> interface_flag_names()
+{
+    std::vector<std::string> names;
+    names.reserve(interface_flags.size());
+    for (const InterfaceFlag &flag : interface_flags) names.emplace_back(flag.name);
+    return names;
 }
 
 #endif

@@ -2,66 +2,92 @@
 
 #include <cerrno>
 
-#include "commands.h"
+#include "command.h"
+#include "options.h"
+#include "parse_text.h"
 
 namespace {
 
-struct NumberOptions : Options {
-    int32_t limit = 0;
-};
+constexpr Field value_field[] = {{"value"}};
+
+int32_t limit = -1;
 
 template <typename Value>
-Outcome accepted(Value value)
+void accept(const Text &text, Receiver &receiver, Value value)
 {
-    return {{{"value", value, std::to_string(value)}}, {}, 0, 0};
+    receiver.begin(text).number(0, value);
+    receiver.end(text);
 }
 
-Outcome refused(const std::string &text, const std::string &what, int code)
+void refuse(const Text &text, Receiver &receiver, const std::string &what, int code)
 {
-    const std::string problem = errno == ERANGE ? "is out of range" : "is not " + what;
-    return {{}, "'" + text + "' " + problem, code, errno};
+    const int error = errno;
+    const std::string problem = error == ERANGE ? " is out of range" : " is not " + what;
+    const std::string message = quoted(text) + problem;
+    receiver.refuse(text, {.message = message, .code = code, .error = error});
 }
 
 template <typename Value, int parse(const char *, Value *)>
-Outcome read_integer(const std::string &text)
+void read_integer(const Text &text, Receiver &receiver)
 {
     Value value = 0;
     errno = 0;
-    const int result = parse(text.c_str(), &value);
-    return result == 0 ? accepted(value) : refused(text, "an integer", result);
+    const int result = parse(text.value, &value);
+    if (result == 0)
+        accept(text, receiver, value);
+    else
+        refuse(text, receiver, "an integer", result);
 }
 
-Outcome read_number(const std::string &text, int32_t limit)
+void read_number(const Text &text, Receiver &receiver)
 {
     int32_t value = 0;
     errno = 0;
-    if (parse_number(text.c_str(), &value, limit) == 1) return accepted(value);
-    return refused(text, "a number from 0 to " + std::to_string(int64_t{limit} - 1), 0);
+    if (parse_number(text.value, &value, limit) == 1)
+        accept(text, receiver, value);
+    else
+        refuse(text, receiver, "a number from 0 to " + std::to_string(limit - 1), 0);
+}
+
+void add_number_options(Options &options)
+{
+    options.number("--limit", "N", "Every number must be below N; required", 1, INT32_MAX,
+                   [](uint64_t number) { limit = static_cast<int32_t>(number); });
+}
+
+const Command &prepare_number(const Command &self)
+{
+    if (limit < 0) throw UsageError("--limit is required: every number must be below it");
+    return self;
 }
 
 }  // namespace
 
-void add_number_commands(CLI::App &app, Job &job)
-{
-    static NumberOptions options;
-    add_command(app, "integer", "Signed 32-bit integers: decimal, octal (017), hexadecimal (0x1f)",
-                options)
-        ->callback([&job] {
-            job = [] {
-                return run_texts(options, Style::value, read_integer<int32_t, parse_integer>);
-            };
-        });
-    add_command(app, "quad", "Signed 64-bit integers", options)->callback([&job] {
-        job = [] { return run_texts(options, Style::value, read_integer<int64_t, parse_quad>); };
-    });
-    CLI::App *const number =
-        add_command(app, "number", "Decimal numbers from 0 to below a limit", options);
-    number->add_option("--limit", options.limit, "Every number must be below this")->required();
-    number->callback([&job] {
-        job = [] {
-            return run_texts(options, Style::value, [](const std::string &text) {
-                return read_number(text, options.limit);
-            });
-        };
-    });
-}
+const Command integer_command = {
+    .name = "integer",
+    .summary = "Signed 32-bit integers: decimal, octal (017), hexadecimal (0x1f)",
+    .examples = "orvex-parse integer 0x1f -12\n",
+    .layout = Layout::values,
+    .fields = value_field,
+    .read = read_integer<int32_t, parse_integer>,
+};
+
+const Command quad_command = {
+    .name = "quad",
+    .summary = "Signed 64-bit integers",
+    .examples = "orvex-parse quad -- -9223372036854775808\n",
+    .layout = Layout::values,
+    .fields = value_field,
+    .read = read_integer<int64_t, parse_quad>,
+};
+
+const Command number_command = {
+    .name = "number",
+    .summary = "Decimal numbers from 0 to below a limit",
+    .examples = "orvex-parse number --limit 4096 100\n",
+    .layout = Layout::values,
+    .fields = value_field,
+    .add_options = add_number_options,
+    .prepare = prepare_number,
+    .read = read_number,
+};

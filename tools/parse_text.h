@@ -4,45 +4,49 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <span>
 #include <string>
 
-#include "stream.h"
+#include "command.h"
 
-// Calls `parse(errbuf, errlen)`. When it returns `accepted`, returns the fields that `fields()`
-// makes; otherwise the refusal.
-template <typename Parse, typename Fields>
-Outcome parse_text(const std::string &text, int accepted, const Parse &parse, const Fields &fields)
+// Room for a message about a text of `length` bytes, empty at first.
+inline std::span<char> message_room(size_t length)
 {
     // No message quotes the text more than three times.
-    static std::string message;
-    message.resize(std::max(message.size(), 3 * text.size() + 2048));
-    message.front() = '\0';
+    static std::string room;
+    room.resize(std::max(room.size(), 3 * length + 2048));
+    room.front() = '\0';
+    return room;
+}
+
+inline std::string quoted(const Text &text) { return "'" + std::string(text.view()) + "'"; }
+
+// Calls `parse(errbuf, errlen)`. When it returns `accepted`, calls `write(record)`; otherwise
+// refuses the text, with the hint of `hint()`.
+template <typename Parse, typename Write, typename Hint>
+void parse_text(const Text &text, Receiver &receiver, int accepted, const Parse &parse,
+                const Write &write, const Hint &hint)
+{
+    const std::span<char> room = message_room(text.length);
     errno = 0;
-    const int result = parse(message.data(), message.size());
-    if (result == accepted) return {fields(), {}, 0, 0, false};
-    Outcome outcome{{}, message.substr(0, message.find('\0')), result, errno, false};
-    if (outcome.message.empty()) outcome.message = "'" + text + "' is not valid";
-    return outcome;
-}
-
-inline std::string hexadecimal(const uint8_t *bytes, size_t size)
-{
-    static constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    for (size_t i = 0; i < size; ++i) {
-        text += digits[bytes[i] >> 4];
-        text += digits[bytes[i] & 15];
+    const int result = parse(room.data(), room.size());
+    if (result == accepted) {
+        write(receiver.begin(text));
+        receiver.end(text);
+        return;
     }
-    return text;
+    Refusal refusal{.message = room.data(), .code = result, .error = errno, .hint = {}};
+    const std::string own = refusal.message.empty() ? quoted(text) + " is not valid" : "";
+    if (refusal.message.empty()) refusal.message = own;
+    refusal.hint = hint();
+    receiver.refuse(text, refusal);
 }
 
-// A field with the same text in JSON and for people.
-inline Field text_field(const char *key, const std::string &text) { return {key, text, text}; }
-
-template <typename Number>
-Field number_field(const char *key, Number value)
+template <typename Parse, typename Write>
+void parse_text(const Text &text, Receiver &receiver, int accepted, const Parse &parse,
+                const Write &write)
 {
-    return {key, value, std::to_string(value)};
+    parse_text(text, receiver, accepted, parse, write, [] { return std::string_view(); });
 }
 
 #endif

@@ -2,174 +2,20 @@
 
 #include <orvex/stand_in.h>
 
-#include <toml++/toml.h>
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 #include <map>
-#include <sstream>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
 
 #include "file.h"
 #include "interface_flags.h"
+#include "profile_node.h"
 
 namespace {
-
-[[noreturn]] void refuse(const std::string &path, const toml::source_position &at,
-                         const std::string &problem)
-{
-    std::ostringstream message;
-    message << path << ':' << at.line << ':' << at.column << ": " << problem;
-    throw std::runtime_error(message.str());
-}
-
-// "the string "twelve"", "an array"
-std::string describe(const toml::node &node)
-{
-    std::ostringstream text;
-    if (const auto *const string = node.as_string())
-        text << "the string \"" << string->get() << '"';
-    else if (const auto *const integer = node.as_integer())
-        text << integer->get();
-    else if (const auto *const boolean = node.as_boolean())
-        text << (boolean->get() ? "true" : "false");
-    else if (node.is_table())
-        text << "a table";
-    else if (node.is_array())
-        text << "an array";
-    else
-        text << "a " << node.type();
-    return text.str();
-}
-
-// A word that a key's value may be, and its meaning.
-template <typename Value>
-struct Choice {
-    const char *word;
-    Value value;
-};
-
-// A node of the file, with its path and key for messages.
-class Node {
-   public:
-    Node(const std::string &path, std::string key, const toml::node &node)
-        : path_(&path), key_(std::move(key)), node_(&node)
-    {
-    }
-
-    [[nodiscard]] const std::string &key() const { return key_; }
-    [[nodiscard]] bool is_table() const { return node_->is_table(); }
-
-    template <typename Integer>
-    void read(Integer &value) const
-    {
-        using Limits = std::numeric_limits<Integer>;
-        const auto *const integer = node_->as_integer();
-        if (integer == nullptr || integer->get() < Limits::min() || integer->get() > Limits::max())
-            expected("an integer from " + std::to_string(Limits::min()) + " to " +
-                     std::to_string(Limits::max()));
-        value = static_cast<Integer>(integer->get());
-    }
-
-    void read_truth(uint8_t &value) const
-    {
-        const auto *const boolean = node_->as_boolean();
-        if (boolean == nullptr) expected("true or false");
-        value = boolean->get() ? 1 : 0;
-    }
-
-    template <typename Value, size_t count>
-    void read_choice(Value &value, const Choice<Value> (&choices)[count]) const
-    {
-        const std::string word = node_->value_or(std::string());
-        std::string words;
-        for (const Choice<Value> &choice : choices) {
-            if (word == choice.word) {
-                value = choice.value;
-                return;
-            }
-            words += (words.empty() ? "\"" : " or \"") + std::string(choice.word) + '"';
-        }
-        expected(words);
-    }
-
-    [[nodiscard]] std::string text(const char *what) const
-    {
-        const auto *const string = node_->as_string();
-        if (string == nullptr) expected(what);
-        return string->get();
-    }
-
-    // The members of an array of at most `most`.
-    [[nodiscard]] std::vector<Node> members(size_t most, const std::string &what) const
-    {
-        const toml::array *const array = node_->as_array();
-        if (array == nullptr) expected(what);
-        if (array->size() > most)
-            wrong("expected " + what + ", found " + std::to_string(array->size()));
-        std::vector<Node> nodes;
-        for (const toml::node &member : *array) nodes.emplace_back(*path_, key_, member);
-        return nodes;
-    }
-
-    // The keys of a table, each with its value.
-    [[nodiscard]] std::vector<Node> entries() const
-    {
-        const toml::table *const table = node_->as_table();
-        if (table == nullptr) expected("a table");
-        std::vector<Node> nodes;
-        for (const auto &[key, value] : *table)
-            nodes.emplace_back(*path_, std::string(key.str()), value).place_ = key.source().begin;
-        return nodes;
-    }
-
-    [[noreturn]] void expected(const std::string &what) const
-    {
-        wrong("expected " + what + ", found " + describe(*node_));
-    }
-
-    [[noreturn]] void wrong(const std::string &problem) const
-    {
-        refuse(*path_, node_->source().begin, key_ + ": " + problem);
-    }
-
-    // The key itself is wrong.
-    [[noreturn]] void expected_key(const std::string &what) const
-    {
-        refuse(*path_, place_, "expected " + what + ", found the key \"" + key_ + '"');
-    }
-
-   private:
-    const std::string *path_;
-    std::string key_;
-    const toml::node *node_;
-    toml::source_position place_{};  // of the key
-};
-
-// How the value of each key is read.
-template <typename Target>
-struct Key {
-    const char *name;
-    void (*read)(Target &target, const Node &node);
-};
-
-template <typename Target, size_t count>
-void read_table(Target &target, const Node &table, const Key<Target> (&keys)[count])
-{
-    for (const Node &entry : table.entries()) {
-        std::string known;
-        const Key<Target> *match = nullptr;
-        for (const Key<Target> &key : keys) {
-            if (entry.key() == key.name) match = &key;
-            known += (known.empty() ? "" : ", ") + std::string(key.name);
-        }
-        if (match == nullptr) entry.expected_key("one of " + known);
-        match->read(target, entry);
-    }
-}
 
 using Profile = orvex_platform_profile;
 using Type = orvex_interface_type;
@@ -269,7 +115,7 @@ void read_virtual_fpcs(Profile &profile, const Node &table)
     };
     profile.has_virtual_fpcs = 1;
     read_table(profile, table, keys);
-    if (profile.min_virtual_fpc_slot > profile.max_virtual_fpc_slot)
+    if (table.is_table() && profile.min_virtual_fpc_slot > profile.max_virtual_fpc_slot)
         table.wrong("first is above last");
 }
 
@@ -277,9 +123,12 @@ void read_flags(Type &type, const Node &node)
 {
     type.info.flags = 0;
     for (const Node &member : node.members(interface_flags.size(), "a list of flags")) {
-        const auto flag = find_interface_flag(member.text("a flag"));
-        if (!flag) member.expected("a flag, such as \"channels\"");
-        type.info.flags |= *flag;
+        const auto flag = find_interface_flag(member.text());
+        if (flag)
+            type.info.flags |= *flag;
+        else
+            member.expected("a flag, such as \"channels\"",
+                            did_you_mean(member.text(), interface_flag_names()));
     }
 }
 
@@ -353,6 +202,7 @@ bool can_match(const std::string &name, const std::map<std::string, Type> &types
 // Changes the built-in type of a name, or adds a type.
 void read_types(Router &router, const Node &table)
 {
+    if (!table.is_table()) return table.expected("a table");
     for (const Node &entry : table.entries()) read_type(router.types[entry.key()], entry);
     for (const Node &entry : table.entries())
         if (!can_match(entry.key(), router.types))
@@ -362,8 +212,7 @@ void read_types(Router &router, const Node &table)
 void read_router(Router &router, const Node &file)
 {
     static constexpr Key<Router> keys[] = {
-        {"builtin-types",
-         [](Router &target, const Node &node) { node.read_truth(target.builtin_types); }},
+        {"builtin-types", [](Router & /*target*/, const Node & /*node*/) {}},  // read first
         {"product", [](Router &target, const Node &node) { read_product(target.profile, node); }},
         {"attributes",
          [](Router &target, const Node &node) { read_attributes(target.profile, node); }},
@@ -372,11 +221,18 @@ void read_router(Router &router, const Node &file)
          [](Router &target, const Node &node) { read_virtual_fpcs(target.profile, node); }},
         {"types", read_types},
     };
-    // Read first: the file's types change the built-in ones, if those are used.
+    // The file's types change the built-in ones, if those are used.
     for (const Node &entry : file.entries())
         if (entry.key() == "builtin-types") entry.read_truth(router.builtin_types);
     if (router.builtin_types != 0) router.add_builtin_types();
     read_table(router, file, keys);
+}
+
+// The router of this process.
+Router &router()
+{
+    static Router the_router;
+    return the_router;
 }
 
 constexpr size_t largest_profile = size_t{1024} * 1024;
@@ -399,32 +255,37 @@ std::string read_profile(const std::string &path)
 }
 
 // toml++ calls itself for each part of a dotted key, and no key of a profile has more than three.
-void check_dots(const std::string &path, const std::string &text)
+void check_dots(Faults &faults, std::string_view text)
 {
-    constexpr size_t most_dots = 32;
-    std::istringstream lines(text);
-    toml::source_position at{};
-    for (std::string line; std::getline(lines, line);) {
+    constexpr ptrdiff_t most_dots = 32;
+    toml::source_position at{.line = 0, .column = 1};
+    while (!text.empty()) {
         ++at.line;
-        at.column = 1;
-        if (std::count(line.begin(), line.end(), '.') > static_cast<ptrdiff_t>(most_dots))
-            refuse(path, at, "a line has at most 32 dots");
+        const size_t end = std::min(text.find('\n'), text.size() - 1);
+        const std::string_view line = text.substr(0, end);
+        if (std::count(line.begin(), line.end(), '.') > most_dots)
+            faults.add(at, "a line has at most 32 dots");
+        text.remove_prefix(end + 1);
     }
 }
 
 }  // namespace
 
+const orvex_platform_profile &current_profile() { return router().profile; }
+
 void install_profile(const std::string &path)
 {
-    static Router router;
     if (path.empty()) return;
     const std::string text = read_profile(path);
-    check_dots(path, text);
+    Faults faults(path);
+    check_dots(faults, text);
+    faults.throw_if_any();
     try {
         const toml::table file = toml::parse(text, path);
-        read_router(router, Node(path, "", file));
+        read_router(router(), Node(faults, "", file));
     } catch (const toml::parse_error &error) {
-        refuse(path, error.source().begin, std::string(error.description()));
+        faults.add(error.source().begin, std::string(error.description()));
     }
-    router.install();
+    faults.throw_if_any();
+    router().install();
 }

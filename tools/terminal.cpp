@@ -2,9 +2,8 @@
 
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdio>
-
-#include "parse_text.h"
 
 namespace {
 
@@ -32,20 +31,20 @@ unsigned bytes_after(unsigned first)
 
 }  // namespace
 
-std::string for_terminal(std::string text, bool is_terminal)
+std::string for_terminal(std::string_view text)
 {
-    if (!is_terminal) return text;
+    static constexpr char digits[] = "0123456789abcdef";
     std::string shown;
     unsigned rest_of_character = 0;
     for (size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<uint8_t>(text[i]);
-        const auto next = static_cast<uint8_t>(text.c_str()[i + 1]);
+        const auto next = static_cast<uint8_t>(i + 1 < text.size() ? text[i + 1] : '\0');
         if (rest_of_character > 0 && is_between(byte, 0x80, 0xbf)) {
             --rest_of_character;
             shown += text[i];
         } else if (is_control(byte, next)) {
             rest_of_character = 0;
-            shown += "\\x" + hexadecimal(&byte, 1);
+            shown += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
         } else {
             rest_of_character = bytes_after(byte);
             shown += text[i];
@@ -56,11 +55,7 @@ std::string for_terminal(std::string text, bool is_terminal)
 
 void print_problem(const std::string &problem)
 {
-    std::fprintf(stderr, "orvex-parse: %s\n", for_terminal(problem, is_error_terminal()).c_str());
-}
-
-bool is_error_terminal()
-{
-    static const bool is_terminal = isatty(STDERR_FILENO) != 0;
-    return is_terminal;
+    const bool is_terminal = isatty(STDERR_FILENO) != 0;
+    const std::string shown = is_terminal ? for_terminal(problem) : problem;
+    std::fprintf(stderr, "orvex-parse: %s\n", shown.c_str());
 }
