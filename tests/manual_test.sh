@@ -10,7 +10,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 pages=()
-for page in man/man[35]/*; do
+for page in man/man[135]/*; do
   read -r request target <"$page"
   if [[ $request == .so ]]; then test -f "man/$target"; else pages+=("$page"); fi
 done
