@@ -276,16 +276,18 @@ const orvex_platform_profile &current_profile() { return router().profile; }
 void install_profile(const std::string &path)
 {
     if (path.empty()) return;
+    Router described;
     const std::string text = read_profile(path);
     Faults faults(path);
     check_dots(faults, text);
     faults.throw_if_any();
     try {
         const toml::table file = toml::parse(text, path);
-        read_router(router(), Node(faults, "", file));
+        read_router(described, Node(faults, "", file));
     } catch (const toml::parse_error &error) {
         faults.add(error.source().begin, std::string(error.description()));
     }
     faults.throw_if_any();
+    router() = std::move(described);
     router().install();
 }

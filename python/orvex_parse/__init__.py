@@ -1,0 +1,85 @@
+"""Reads what operators of routers type, as the router's own user interface reads it.
+
+Each family has a function for one text, and one of the same name in orvex_parse.columns for a
+column of millions. Texts are str, or bytes in UTF-8. A text that is refused raises Refused with
+the message that the router's operators see.
+"""
+from ._core import (
+    __version__,
+    alias,
+    atmvpn,
+    canonical,
+    delimited,
+    duration,
+    esi,
+    integer,
+    interface,
+    ip,
+    is_alias,
+    iso,
+    mac,
+    number,
+    prefix6,
+    quad,
+    rd,
+    sysid,
+)
+from ._format import (
+    format_delimited,
+    format_esi,
+    format_ip,
+    format_iso,
+    format_mac,
+    format_sysid,
+)
+from ._router import use_profile
+from ._types import (
+    AddressMask,
+    AnyAddress,
+    AtmVpnAddress,
+    Esi,
+    Interface,
+    IsoAddress,
+    MacAddress,
+    Refused,
+    RouteDistinguisher,
+    SystemId,
+)
+
+__all__ = [
+    "AddressMask",
+    "AnyAddress",
+    "AtmVpnAddress",
+    "Esi",
+    "Interface",
+    "IsoAddress",
+    "MacAddress",
+    "Refused",
+    "RouteDistinguisher",
+    "SystemId",
+    "__version__",
+    "alias",
+    "atmvpn",
+    "canonical",
+    "delimited",
+    "duration",
+    "esi",
+    "format_delimited",
+    "format_esi",
+    "format_ip",
+    "format_iso",
+    "format_mac",
+    "format_sysid",
+    "integer",
+    "interface",
+    "ip",
+    "is_alias",
+    "iso",
+    "mac",
+    "number",
+    "prefix6",
+    "quad",
+    "rd",
+    "sysid",
+    "use_profile",
+]
