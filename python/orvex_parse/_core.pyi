@@ -23,8 +23,7 @@ __version__: str
 
 @overload
 def ip(
-    text: str | bytes,
-    /,
+    __text: str | bytes,
     *,
     prefix: bool = False,
     prefix_required: Literal[False] = False,
@@ -41,8 +40,7 @@ def ip(
 ) -> IPv4Address | IPv6Address: ...
 @overload
 def ip(
-    text: str | bytes,
-    /,
+    __text: str | bytes,
     *,
     prefix: bool = False,
     prefix_required: Literal[True],
@@ -59,8 +57,7 @@ def ip(
 ) -> IPv4Interface | IPv6Interface: ...
 @overload
 def ip(
-    text: str | bytes,
-    /,
+    __text: str | bytes,
     *,
     prefix: bool = False,
     prefix_required: bool = False,
