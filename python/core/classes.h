@@ -14,6 +14,7 @@ struct Classes {
         ipv6_network, timedelta;
     py::object refused, address_mask, any_unicast, any_multicast, interface, mac_address,
         iso_address, system_id, route_distinguisher, esi, atm_vpn_address;
+    Py_ssize_t ipv4_number_offset, ipv6_number_offset;
 };
 
 // Looked up at the first call, and never released: a module lives as long as the process.
