@@ -12,7 +12,8 @@ size_t parse_loop(const char *texts, size_t count)
         uint32_t family = 0, length;
         uint8_t address[16];
         int seen;
-        if (parse_ipaddr(&family, texts, 0, address, sizeof address, &seen, &length, NULL, NULL, 0, NULL, 0) == 0)
+        if (parse_ipaddr(&family, texts, 0, address, sizeof address, &seen, &length, NULL, NULL, 0,
+                         NULL, 0) == 0)
             ++accepted;
         texts += strlen(texts) + 1;
     }

@@ -66,8 +66,8 @@ def match_interface(text: str) -> Any:
     if match is None:
         return None
     kind, *numbers = match.groups()
-    fpc, pic, port, channel, unit = (None if number is None else int(number) for number in numbers)
-    if fpc > 11 or pic > 3 or port > 47 or (channel or 0) > 3 or (unit or 0) > 16384:
+    fpc, pic, port, channel, unit = (-1 if number is None else int(number) for number in numbers)
+    if fpc > 11 or pic > 3 or port > 47 or channel > 3 or unit > 16384:
         return None
     return kind, fpc, pic, port, channel, unit
 

@@ -48,7 +48,7 @@ def read_partition(path: Path, results: Path, number: int, start: int, end: int)
         np.savez(file, family=family.astype(np.uint8), address=addresses.address,
                  prefix_length=addresses.prefix_length, refused=np.flatnonzero(family == 3))
     partial.rename(written)
-    return np.bincount(family, minlength=len(FAMILIES)).tolist()
+    return list(map(int, np.bincount(family, minlength=len(FAMILIES))))
 
 
 def show(done: int, total: int, started: float) -> None:

@@ -77,8 +77,8 @@ void set_attribute(const py::object &object, PyObject *name, py::handle value)
     if (PyObject_SetAttr(object.ptr(), name, value.ptr()) != 0) throw py::error_already_set();
 }
 
-// Objects of ipaddress are made with their attributes, as copy and pickle make objects: the classes'
-// own constructors take ten times as long as the reading of the text.
+// Objects of ipaddress are made with their attributes, as copy and pickle make objects: the
+// classes' own constructors take ten times as long as the reading of the text.
 py::object make(const py::object &type)
 {
     auto *const type_object = reinterpret_cast<PyTypeObject *>(type.ptr());

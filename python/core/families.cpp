@@ -286,7 +286,8 @@ Interface::State::State(const Options & /*options*/) { router_known.store(true);
 
 int16_t Interface::State::number_of(const char *type)
 {
-    if (last_ >= types.size() || types[last_] != type) {
+    // Most names have the type of the name before.
+    if (std::strcmp(types[last_].c_str(), type) != 0) {
         last_ = static_cast<size_t>(std::find(types.begin(), types.end(), type) - types.begin());
         if (last_ == types.size()) types.emplace_back(type);
     }

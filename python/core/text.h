@@ -20,7 +20,7 @@ struct Text {
 // are used where they are, but those that need another encoding or a terminator are copied.
 class TextReader {
    public:
-    TextFault read(PyObject *object, Text &text)
+    [[gnu::always_inline]] TextFault read(PyObject *object, Text &text)
     {
         if (PyUnicode_Check(object)) return read_str(object, text);
         if (!PyBytes_Check(object)) return TextFault::type;
@@ -51,15 +51,19 @@ class TextReader {
    private:
     TextFault read_str(PyObject *object, Text &text)
     {
-        const auto size = static_cast<size_t>(PyUnicode_GET_LENGTH(object));
+        if (!PyUnicode_IS_ASCII(object)) [[unlikely]]
+            return encode(object, text);
+        text = {static_cast<const char *>(PyUnicode_DATA(object)),
+                static_cast<size_t>(PyUnicode_GET_LENGTH(object))};
+        return check_nul(text);
+    }
+
+    [[gnu::noinline]] TextFault encode(PyObject *object, Text &text)
+    {
         const int kind = PyUnicode_KIND(object);
         const void *const data = PyUnicode_DATA(object);
-        if (PyUnicode_IS_ASCII(object)) {
-            text = {static_cast<const char *>(data), size};
-            return check_nul(text);
-        }
         copy_.clear();
-        for (size_t i = 0; i < size; ++i)
+        for (Py_ssize_t i = 0; i < PyUnicode_GET_LENGTH(object); ++i)
             if (!append(PyUnicode_READ(kind, data, i))) return TextFault::surrogate;
         return use_copy(text);
     }

@@ -1,6 +1,8 @@
 """One text: values, canonical texts, messages."""
 import copy
 import pickle
+import subprocess
+import sys
 from datetime import timedelta
 from ipaddress import ip_address, ip_interface
 
@@ -134,6 +136,11 @@ def test_long_texts():
         options = {"number": {"limit": 9}, "delimited": {"count": 4}}.get(family, {})
         with pytest.raises(op.Refused):
             getattr(op, family)(text, **options)
+
+
+def test_texts_need_no_numpy():
+    code = "import sys, orvex_parse; orvex_parse.ip('::'); sys.exit('numpy' in sys.modules)"
+    assert subprocess.run([sys.executable, "-c", code]).returncode == 0
 
 
 def test_alias_map(tmp_path):
