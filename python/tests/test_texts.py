@@ -131,8 +131,8 @@ def test_wrong_values(call):
 
 
 def test_long_texts():
-    text = "1" * 2**26
     for family in FAMILIES:
+        text = "1" * 2 ** (26 if family in ("ip", "interface") else 20)
         options = {"number": {"limit": 9}, "delimited": {"count": 4}}.get(family, {})
         with pytest.raises(op.Refused):
             getattr(op, family)(text, **options)
