@@ -26,6 +26,10 @@ struct Random {
 constexpr size_t small_set = 512;
 constexpr size_t large_set = 16384;
 
+// Less than PARSE_ERROR_BUFSIZE: the compiler does not inline a call that needs so much of the
+// stack, and the instructions of the call itself would count.
+constexpr size_t error_size = 160;
+
 // The highest accepted ratios of the library's time to its peer's.
 struct Limits {
     double small;

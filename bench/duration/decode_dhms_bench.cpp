@@ -28,7 +28,7 @@ std::string clock_text(Random &random)
 
 constexpr auto decode = [](const std::string &text) {
     uint64_t seconds = 0;
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     benchmark::DoNotOptimize(
         decode_dhms(text.c_str(), 0, UINT64_MAX, &seconds, error, sizeof error));
     benchmark::DoNotOptimize(seconds);

@@ -55,7 +55,7 @@ std::string refused_text(Random &random)
 
 constexpr auto parse = [](const std::string &name) {
     parsed_interface result;
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     benchmark::DoNotOptimize(parse_interface(name.c_str(), 0, 0, &result, error, sizeof error));
     benchmark::DoNotOptimize(result);
 };
@@ -95,7 +95,7 @@ constexpr auto strtoul_loop = [](const std::string &name) {
 
 constexpr auto strtoul_loop_and_message = [](const std::string &name) {
     Numbers numbers(name);
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     std::snprintf(error, sizeof error, "%s value outside range %d..%d for '%s' in '%s'", "fpc", 0,
                   11, std::strchr(name.c_str(), '-') + 1, name.c_str());
     benchmark::DoNotOptimize(numbers);

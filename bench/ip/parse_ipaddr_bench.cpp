@@ -69,7 +69,7 @@ auto address(uint32_t family)
     return [family](const std::string &text) {
         uint32_t af = family;
         uint8_t address[16];
-        char error[PARSE_ERROR_BUFSIZE];
+        char error[bench::error_size];
         benchmark::DoNotOptimize(parse_ipaddr(&af, text.c_str(), 0, address, sizeof address,
                                               nullptr, nullptr, nullptr, nullptr, 0, error,
                                               sizeof error));
@@ -87,7 +87,7 @@ auto prefix(uint32_t family, uint32_t flags)
         int pfxseen = 0;
         uint32_t pfxlen = 0;
         int maskseen = 0;
-        char error[PARSE_ERROR_BUFSIZE];
+        char error[bench::error_size];
         benchmark::DoNotOptimize(parse_ipaddr(&af, text.c_str(), flags, address, sizeof address,
                                               &pfxseen, &pfxlen, &maskseen, mask, sizeof mask,
                                               error, sizeof error));
@@ -136,7 +136,7 @@ constexpr auto pton_twice = [](const std::string &text) {
 };
 
 constexpr auto pton_and_message = [](const std::string &text) {
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     uint8_t address[4];
     benchmark::DoNotOptimize(inet_pton(AF_INET, text.c_str(), address));
     std::snprintf(error, sizeof error, "invalid value '%lu' in %s: '%s'", 256UL, "ip address",
@@ -145,7 +145,7 @@ constexpr auto pton_and_message = [](const std::string &text) {
 };
 
 constexpr auto pton_and_host_message = [](const std::string &text) {
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     char copy[96];
     std::memcpy(copy, text.c_str(), text.size() + 1);
     char *const slash = std::strchr(copy, '/');

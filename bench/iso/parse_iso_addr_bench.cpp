@@ -38,7 +38,7 @@ std::string sysid_text(Random &random)
 constexpr auto parse_nsap = [](const std::string &text) {
     uint8_t bytes[20];
     uint8_t count = sizeof bytes;
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     benchmark::DoNotOptimize(parse_iso_addr(text.c_str(), PARSE_ISO_NSAP, bytes, &count, nullptr,
                                             nullptr, error, sizeof error));
     benchmark::DoNotOptimize(bytes);
@@ -54,7 +54,7 @@ void strtoul_loop(const std::string &text)
 
 constexpr auto parse_sysid = [](const std::string &text) {
     uint8_t sysid[6];
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     benchmark::DoNotOptimize(
         parse_iso_sysid(text.c_str(), sysid, sizeof sysid, error, sizeof error));
     benchmark::DoNotOptimize(sysid);

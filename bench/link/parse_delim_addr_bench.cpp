@@ -30,7 +30,7 @@ template <int parse(const char *, uint8_t *, char *, size_t, uint32_t)>
 void ours(const std::string &text)
 {
     Bytes bytes;
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     benchmark::DoNotOptimize(parse(text.c_str(), bytes.data(), error, sizeof error, count));
     benchmark::DoNotOptimize(bytes);
 }

@@ -29,7 +29,7 @@ std::string mac_text(Random &random)
 
 constexpr auto parse = [](const std::string &text) {
     Mac bytes;
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     benchmark::DoNotOptimize(
         parse_mac_addr(text.c_str(), 0, bytes.data(), nullptr, nullptr, error, sizeof error));
     benchmark::DoNotOptimize(bytes);

@@ -27,7 +27,7 @@ std::string esi_text(Random &random)
 
 constexpr auto parse = [](const std::string &text) {
     Esi bytes;
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     benchmark::DoNotOptimize(
         parse_esi(text.c_str(), bytes.data(), error, sizeof error, PARSE_ESI_ANY));
     benchmark::DoNotOptimize(bytes);

@@ -28,7 +28,7 @@ std::string atmvpn_text(Random &random)
 
 constexpr auto parse_rd = [](const std::string &text) {
     uint32_t rd[3];
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     benchmark::DoNotOptimize(
         parse_inetvpn_rd(text.c_str(), &rd[0], &rd[1], &rd[2], error, sizeof error));
     benchmark::DoNotOptimize(rd);
@@ -66,7 +66,7 @@ constexpr auto aton_and_strtoul = [](const std::string &text) {
 constexpr auto parse_vpn = [](const std::string &text) {
     atmvpn_address record;
     uint32_t length = 0;
-    char error[PARSE_ERROR_BUFSIZE];
+    char error[bench::error_size];
     benchmark::DoNotOptimize(parse_atmvpn(text.c_str(), &record, &length, error, sizeof error));
     benchmark::DoNotOptimize(record);
 };
