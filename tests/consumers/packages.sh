@@ -17,7 +17,7 @@ step() { echo "== $*"; }
 files() { (cd "$root" && find . -xdev ! -path './var/*' ! -path './tmp/*' ! -path './etc/ld.so.cache' | sort); }
 
 step 'a bare Debian 12'
-quietly debootstrap --variant=minbase --include=gcc,g++,cmake,make,pkgconf bookworm "$root"
+quietly debootstrap --variant=minbase --include=gcc,g++,cmake,make,pkgconf,python3 bookworm "$root"
 files >"$root/tmp/before"
 
 step 'installing'
@@ -41,7 +41,10 @@ inside sh -ec 'cd /tmp
   cc -static -o static program.c $(pkg-config --static --cflags --libs orvex-parse) && ./static
   cmake -DPROGRAM=/tmp/program -B found . >/dev/null && cmake --build found >/dev/null && found/program_c && found/program_cpp'
 
+step 'Python'
+inside python3 -c 'import orvex_parse; print(orvex_parse.ip("10.0.0.0/8", prefix=True))'
+
 step 'removing'
-quietly inside dpkg --purge orvex-parse liborvex-parse-dev liborvex-parse1 liborvex-platform-stand-in
+quietly inside dpkg --purge python3-orvex-parse orvex-parse liborvex-parse-dev liborvex-parse1 liborvex-platform-stand-in
 files | diff "$root/tmp/before" -
 step 'nothing remains'
