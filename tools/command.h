@@ -31,6 +31,9 @@ class Receiver {
 
     // The text was read, and means "no".
     virtual void say_no() = 0;
+
+    // Whether refusals should carry a hint, which may take as long as reading the text.
+    [[nodiscard]] virtual bool shows_hints() const { return false; }
 };
 
 struct Command {

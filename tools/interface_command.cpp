@@ -49,7 +49,7 @@ constexpr Field expanded_fields[] = {
 };
 static_assert(std::size(expanded_fields) == std::size(fields));
 
-// What stands for a wildcard or a range in place of a number, or null.
+// The text for a wildcard or a range, or null for a number.
 const char *wildcard_text(int32_t value)
 {
     switch (value) {

@@ -22,7 +22,7 @@ inline std::span<char> message_room(size_t length)
 inline std::string quoted(const Text &text) { return "'" + std::string(text.view()) + "'"; }
 
 // Calls `parse(errbuf, errlen)`. When it returns `accepted`, calls `write(record)`; otherwise
-// refuses the text, with the hint of `hint()`.
+// refuses the text, with the hint of `hint()` where hints are shown.
 template <typename Parse, typename Write, typename Hint>
 void parse_text(const Text &text, Receiver &receiver, int accepted, const Parse &parse,
                 const Write &write, const Hint &hint)
@@ -38,7 +38,7 @@ void parse_text(const Text &text, Receiver &receiver, int accepted, const Parse 
     Refusal refusal{.message = room.data(), .code = result, .error = errno, .hint = {}};
     const std::string own = refusal.message.empty() ? quoted(text) + " is not valid" : "";
     if (refusal.message.empty()) refusal.message = own;
-    refusal.hint = hint();
+    if (receiver.shows_hints()) refusal.hint = hint();
     receiver.refuse(text, refusal);
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "hexadecimal.h"
 #include "interface_flags.h"
 #include "profile.h"
 
@@ -125,15 +126,16 @@ constexpr Field show_fields[] = {
 // A text of TOML in quotes. Type names may have any character but NUL.
 std::string toml_text(const std::string &text)
 {
-    static constexpr char digits[] = "0123456789abcdef";
     std::string quoted = "\"";
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
-        if (byte < 0x20 || byte == 0x7f)
-            quoted += {'\\', 'u', '0', '0', digits[byte >> 4], digits[byte & 15]};
-        else
-            quoted += (character == '"' || character == '\\') ? std::string{'\\', character}
-                                                              : std::string{character};
+        if (byte < 0x20 || byte == 0x7f) {
+            quoted += "\\u00";
+            append_hex_byte(quoted, byte);
+            continue;
+        }
+        if (character == '"' || character == '\\') quoted += '\\';
+        quoted += character;
     }
     return quoted + '"';
 }

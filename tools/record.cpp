@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "hexadecimal.h"
 #include "json_text.h"
 #include "terminal.h"
 
@@ -83,7 +84,7 @@ void Record::append_text(std::string_view value)
     if (format_ == Format::json)
         append_json_text(out_, value, for_terminal_);
     else if (format_ == Format::tsv)
-        append_cell(out_, value);
+        append_cell(out_, value, for_terminal_);
     else if (for_terminal_)
         out_ += for_terminal(value);
     else
@@ -109,13 +110,9 @@ void Record::truth(size_t field, bool value)
 
 void Record::bytes(size_t field, std::span<const uint8_t> value)
 {
-    static constexpr char digits[] = "0123456789abcdef";
     if (!open(field)) return;
     if (format_ == Format::json) out_ += '"';
-    for (const uint8_t byte : value) {
-        const char pair[] = {digits[byte >> 4], digits[byte & 15]};
-        out_.append(pair, sizeof pair);
-    }
+    for (const uint8_t byte : value) append_hex_byte(out_, byte);
     if (format_ == Format::json) out_ += '"';
     close();
 }
@@ -154,8 +151,9 @@ void Record::close_list()
     close();
 }
 
-void append_cell(std::string &out, std::string_view text)
+void append_cell(std::string &out, std::string_view text, bool is_for_terminal)
 {
+    if (is_for_terminal) return append_cell(out, for_terminal(text), false);
     for (const char character : text) {
         switch (character) {
             case '\t': out += "\\t"; break;

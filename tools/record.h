@@ -102,6 +102,6 @@ class Record {
 };
 
 // Appends a text as a cell of TSV: TAB, line ends and backslashes are escaped.
-void append_cell(std::string &out, std::string_view text);
+void append_cell(std::string &out, std::string_view text, bool is_for_terminal);
 
 #endif

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "hexadecimal.h"
 #include "json_text.h"
 #include "options.h"
 #include "terminal.h"
@@ -69,6 +70,8 @@ class Printer : public Receiver {
         status_ = 1;
     }
 
+    [[nodiscard]] bool shows_hints() const override { return output_.is_error_terminal(); }
+
     void refuse(const Text &text, const Refusal &refusal) override
     {
         status_ = 1;
@@ -111,10 +114,7 @@ class Printer : public Receiver {
     {
         if (form_.format == Format::json) begin_object(text);
         if (form_.format != Format::tsv || command_.read == nullptr) return;
-        if (form_.for_terminal)
-            append_cell(out_, for_terminal(text.view()));
-        else
-            append_cell(out_, text.view());
+        append_cell(out_, text.view(), form_.for_terminal);
         out_ += '\t';
         out_ += std::to_string(text.number);
     }
@@ -129,13 +129,9 @@ class Printer : public Receiver {
         out_ += "\"input\":";
         append_json_text(out_, text.view(), form_.for_terminal);
         if (!is_utf8(text.view())) {
-            static constexpr char digits[] = "0123456789abcdef";
             out_ += ",\"input_hex\":\"";
-            for (const char character : text.view()) {
-                const auto byte = static_cast<uint8_t>(character);
-                out_ += digits[byte >> 4];
-                out_ += digits[byte & 15];
-            }
+            for (const char character : text.view())
+                append_hex_byte(out_, static_cast<uint8_t>(character));
             out_ += '"';
         }
         out_ += are_lines_ ? ",\"line\":" : ",\"argument\":";
@@ -160,8 +156,7 @@ class Printer : public Receiver {
             record_.begin();
             record_.end();
             out_ += '\t';
-            append_cell(out_, form_.for_terminal ? for_terminal(refusal.message)
-                                                 : std::string(refusal.message));
+            append_cell(out_, refusal.message, form_.for_terminal);
             return;
         }
         out_ += ",\"error\":";
@@ -187,8 +182,7 @@ class Printer : public Receiver {
         std::string place;
         if (are_several_) place = place_name() + (' ' + std::to_string(text.number) + ": ");
         output_.refuse(place, refusal.message);
-        if (!refusal.hint.empty() && output_.is_error_terminal())
-            output_.refuse("hint: ", refusal.hint);
+        if (!refusal.hint.empty()) output_.refuse("hint: ", refusal.hint);
     }
 
     const Command &command_;

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "hexadecimal.h"
+
 namespace {
 
 bool is_between(unsigned byte, unsigned first, unsigned last)
@@ -33,7 +35,6 @@ unsigned bytes_after(unsigned first)
 
 std::string for_terminal(std::string_view text)
 {
-    static constexpr char digits[] = "0123456789abcdef";
     std::string shown;
     unsigned rest_of_character = 0;
     for (size_t i = 0; i < text.size(); ++i) {
@@ -44,7 +45,8 @@ std::string for_terminal(std::string_view text)
             shown += text[i];
         } else if (is_control(byte, next)) {
             rest_of_character = 0;
-            shown += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
+            shown += "\\x";
+            append_hex_byte(shown, byte);
         } else {
             rest_of_character = bytes_after(byte);
             shown += text[i];
