@@ -1,5 +1,6 @@
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <string_view>
 
@@ -26,6 +27,11 @@ struct BytesText {
 
     [[nodiscard]] bool is_mask() const { return whole.data() != request.str; }
     [[nodiscard]] const char *subject() const { return is_mask() ? "ip netmask" : "ip address"; }
+    // What messages say between a part and the whole.
+    [[nodiscard]] std::string_view after_part() const
+    {
+        return is_mask() ? "' in ip netmask: '" : "' in ip address: '";
+    }
     [[nodiscard]] bool ends_at(const char *at) const { return at == whole.data() + whole.size(); }
     [[nodiscard]] std::string_view from(const char *at) const
     {
@@ -41,13 +47,16 @@ int refuse_rest(const BytesText &text, const char *at)
         {"invalid input at '", text.from(at), "' in ", text.subject(), " '", text.whole, "'"});
 }
 
-// A message about the whole text, which begins with `fault`, and may quote a part of it.
-int refuse_bytes(const BytesText &text, int result, std::string_view fault,
-                 std::string_view quoted = "", std::string_view after_quoted = "")
+int refuse_whole(const BytesText &text, int result, std::string_view fault)
 {
-    return refuse_invalid_pieces(
-        text.request.error, result,
-        {fault, quoted, after_quoted, text.subject(), ": '", text.whole, "'"});
+    return refuse_invalid_pieces(text.request.error, result,
+                                 {fault, text.subject(), ": '", text.whole, "'"});
+}
+
+int refuse_part(const BytesText &text, int result, std::string_view fault, std::string_view part)
+{
+    return refuse_invalid_pieces(text.request.error, result,
+                                 {fault, part, text.after_part(), text.whole, "'"});
 }
 
 // "0xffffff00"
@@ -58,7 +67,7 @@ int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
     const bool is_shortest = text.whole.size() == std::strlen("0xffffffff");
     // "0x", "0x0ffffffff", "0x100000000"
     if (!is_hex_digit(at[2]) || (number.value == UINT32_MAX && !is_shortest))
-        return refuse_bytes(text, not_this_form, "invalid hexadecimal ");
+        return refuse_whole(text, not_this_form, "invalid hexadecimal ");
     store_be32(bytes, number.value);
     at = number.end;
     return text.ends_at(at) ? 0 : refuse_rest(text, at);
@@ -103,13 +112,13 @@ int read_group(const BytesText &text, const char *&at, uint8_t &byte)
     const auto number = convert_group(text, at);
     // "x", "1..2", "-1", "99999999999"
     if (number.end == at)
-        return refuse_bytes(text, not_this_form, "invalid input at '", text.from(at), "' in ");
+        return refuse_part(text, not_this_form, "invalid input at '", text.from(at));
     // "256"
     if (number.value > UINT8_MAX) {
-        std::array<char, decimal_room + 1> value;
-        const char *const end = put_decimal(value.data(), number.value);
-        return refuse_bytes(text, result_of_large_group(text, number.end), "invalid value '",
-                            {value.data(), end}, "' in ");
+        std::array<char, decimal_room> value;
+        const auto end = std::to_chars(value.begin(), value.end(), number.value);
+        return refuse_part(text, result_of_large_group(text, number.end), "invalid value '",
+                           {value.data(), end.ptr});
     }
     byte = static_cast<uint8_t>(number.value);
     at = number.end;
@@ -128,7 +137,7 @@ int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
     if (!text.ends_at(at)) return refuse_rest(text, at);
     // "10.1"
     if (text.request.has(PARSE_IPADDR_ALL_BYTES) && count < ipv4_size)
-        return refuse_bytes(text, rule_broken, "missing information in ");
+        return refuse_whole(text, rule_broken, "missing information in ");
     return 0;
 }
 

@@ -7,25 +7,32 @@
 namespace orvex {
 namespace {
 
-[[gnu::cold, gnu::noinline]] int refuse_integer(int error_number)
+// Refuses a text, or reads one that is not plain digits.
+template <typename Value>
+[[gnu::cold, gnu::noinline]] int parse_any_integer(const char *str, Value *value)
 {
-    errno = error_number;
-    return -1;
+    if (str == nullptr || value == nullptr) {
+        errno = EINVAL;
+        return -1;
+    }
+    const auto number = convert_any<Value>(str, Base::from_prefix);
+    errno = number.out_of_range ? ERANGE : 0;
+    // "", "x", "12x", "12 "
+    const bool is_whole = number.end != str && *number.end == '\0';
+    if (!is_whole) *value = 0;
+    if (!is_whole || number.out_of_range) return -1;
+    *value = number.value;
+    return 0;
 }
 
 template <typename Value>
 int parse_whole_integer(const char *str, Value *value)
 {
-    if (str == nullptr || value == nullptr) return refuse_integer(EINVAL);
+    const char *end = str;
+    if (str == nullptr || value == nullptr || !convert_plain(end, Base::from_prefix, *value) ||
+        *end != '\0')
+        return parse_any_integer(str, value);
     errno = 0;
-    const auto number = convert<Value>(str, Base::from_prefix);
-    // "", "x", "12x", "12 "
-    if (number.end == str || *number.end != '\0') {
-        *value = 0;
-        return refuse_integer(number.out_of_range ? ERANGE : 0);
-    }
-    if (number.out_of_range) return refuse_integer(ERANGE);
-    *value = number.value;
     return 0;
 }
 

@@ -89,29 +89,36 @@ constexpr uint64_t read_wrapping_digits(const char *&at)
 template <unsigned radix>
 constexpr ptrdiff_t most_digits = radix == 10 ? 19 : 16;
 
-// Converts a text. Decimal digits and those after "0x", of a signed type also after a "-", are read
-// here; convert_any reads the rest.
+// Converts decimal digits and those after "0x", of a signed type also after a "-", and moves `at`
+// past them; false, with nothing changed, for any other text or value.
+template <typename Value>
+constexpr bool convert_plain(const char *&at, Base base, Value &value)
+{
+    constexpr auto most = static_cast<uint64_t>(std::numeric_limits<Value>::max());
+    const bool negative = std::is_signed_v<Value> && *at == '-';
+    const char *first = at + (negative ? 1 : 0);
+    const char *end = first;
+    const bool is_decimal = base == Base::decimal || (base == Base::from_prefix && *first != '0');
+    if (!is_decimal) {
+        if (first[0] != '0' || first[1] != 'x') return false;
+        end = first += 2;
+    }
+    const uint64_t number =
+        is_decimal ? read_wrapping_digits<10>(end) : read_wrapping_digits<16>(end);
+    const auto longest = is_decimal ? most_digits<10> : most_digits<16>;
+    if (end == first || end - first > longest || number > most) return false;
+    value = static_cast<Value>(negative ? 0 - number : number);
+    at = end;
+    return true;
+}
+
+// Converts any text.
 template <typename Value>
 constexpr Conversion<Value> convert(const char *text, Base base)
 {
-    constexpr auto most = static_cast<uint64_t>(std::numeric_limits<Value>::max());
-    const bool negative = std::is_signed_v<Value> && *text == '-';
-    const char *first = text + (negative ? 1 : 0);
-    const char *at = first;
-    uint64_t number = 0;
-    bool fits = false;
-    if (base == Base::decimal || (base == Base::from_prefix && *first != '0')) [[likely]] {
-        number = read_wrapping_digits<10>(at);
-        fits = at != first && at - first <= most_digits<10>;
-    } else if (first[0] == '0' && first[1] == 'x') {
-        at = first += 2;
-        number = read_wrapping_digits<16>(at);
-        fits = at != first && at - first <= most_digits<16>;
-    }
-    if (fits && number <= most) [[likely]] {
-        const auto value = static_cast<Value>(number);
-        return {negative ? static_cast<Value>(Value{0} - value) : value, at, false};
-    }
+    Conversion<Value> plain{0, text, false};
+    if (convert_plain(plain.end, base, plain.value)) [[likely]]
+        return plain;
     // Copied, so that only this path needs the result in memory.
     const auto any = convert_any<Value>(text, base);
     return {any.value, any.end, any.out_of_range};
