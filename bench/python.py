@@ -9,6 +9,7 @@ import re
 import sys
 import time
 from collections.abc import Callable
+from functools import partial
 from typing import Any
 
 import netaddr
@@ -140,13 +141,18 @@ def main() -> None:
         Row("addresses in 1,000 prefixes: all_matching_cidrs", 100,
             each(lambda text: netaddr.all_matching_cidrs(text, networks), ipv4[:20]), 20,
             lambda: columns.within(addresses, prefixes), ROWS),
-        Row("interface names: a regular expression", 30, each(match_interface, names[:SAMPLE]), SAMPLE,
-            lambda: columns.interface(names), ROWS),
-        Row("Ethernet segment identifiers: a regular expression", 30, each(match_esi, esis[:SAMPLE]), SAMPLE,
-            lambda: columns.esi(esis), ROWS),
-        Row("route distinguishers: a regular expression", 30, each(match_distinguisher, distinguishers[:SAMPLE]),
-            SAMPLE, lambda: columns.rd(distinguishers), ROWS),
     ]
+    expressions: list[tuple[str, Callable[[str], Any], Callable[..., Any], list[str]]] = [
+        ("interface names", match_interface, columns.interface, names),
+        ("Ethernet segment identifiers", match_esi, columns.esi, esis),
+        ("route distinguishers", match_distinguisher, columns.rd, distinguishers)]
+    for what, match, read, texts in expressions:
+        rows += [
+            Row(f"{what}: a regular expression", 30, each(match, texts[:SAMPLE]), SAMPLE,
+                partial(read, texts), ROWS),
+            Row(f"{what}, all cores: the same", 30, each(match, texts[:SAMPLE]), SAMPLE,
+                partial(read, texts, threads=0), ROWS),
+        ]
     for _ in range(REPETITIONS):
         for row in rows:
             row.measure()

@@ -13,8 +13,9 @@
 namespace orvex {
 namespace {
 
-// "2001:0db8:0000:0000:0000:0000:0000:0001"
-constexpr size_t fixed_width_length = 39;
+constexpr size_t fixed_width_room = sizeof "2001:0db8:0000:0000:0000:0000:0000:0001";
+constexpr size_t fixed_width_mask_room = sizeof "/ffff:ffff:ffff:ffff:0000:0000:0000:0000";
+constexpr size_t prefix_room = sizeof "/4294967295";
 
 // What is printed of a value.
 struct Ipv6Value {
@@ -38,14 +39,14 @@ char *put_fixed_width(char *at, const uint8_t *address)
 
 size_t format_fixed_width(const Ipv6Value &value, char *buf, size_t buflen)
 {
-    size_t length = write_text<fixed_width_length + 1>(
+    size_t length = write_text<fixed_width_room>(
         buf, buflen, [value](char *at) { return put_fixed_width(at, value.address); });
     if (length >= buflen) return out_of_room();
     if (value.pfxseen) {
-        length = append_after_slash<decimal_room + 1>(
+        length = append_after_slash<prefix_room>(
             buf, buflen, length, [value](char *at) { return put_decimal(at, value.pfxlen, 4); });
     } else if (value.mask != nullptr) {
-        length = append_after_slash<fixed_width_length + 1>(
+        length = append_after_slash<fixed_width_mask_room>(
             buf, buflen, length, [value](char *at) { return put_fixed_width(at, value.mask); });
     }
     if (length >= buflen) return out_of_room();
@@ -72,7 +73,7 @@ size_t format_compressed(const Ipv6Value &value, char *buf, size_t buflen)
     size_t length = write_whole_ipv6(buf, buflen, value.address);
     if (length == 0) return out_of_room();
     if (value.pfxseen) {
-        length = append_after_slash<decimal_room + 1>(
+        length = append_after_slash<prefix_room>(
             buf, buflen, length, [value](char *at) { return put_decimal(at, value.pfxlen); });
     } else if (value.mask != nullptr) {
         if (length + 1 == buflen) return out_of_room();

@@ -13,9 +13,6 @@
 namespace orvex {
 namespace {
 
-// "255.255.255.255"
-constexpr size_t longest_quad = 15;
-
 // What is printed of a value.
 struct Ipv4Value {
     const uint8_t *address;
@@ -66,14 +63,14 @@ char *put_padded_quad(char *at, const uint8_t *bytes)
 template <char *put_quad(char *, const uint8_t *), char *put_length(char *, uint8_t)>
 size_t write_ipv4(const Ipv4Value &value, char *buf, size_t buflen)
 {
-    size_t length = write_text<longest_quad + 1>(
+    size_t length = write_text<sizeof "255.255.255.255">(
         buf, buflen, [value](char *at) { return put_quad(at, value.address); });
     if (length >= buflen) return out_of_room();
     if (value.pfxseen) {
-        length = append_after_slash<3 + 1>(
+        length = append_after_slash<sizeof "/255">(
             buf, buflen, length, [value](char *at) { return put_length(at, value.pfxlen); });
     } else if (value.mask != nullptr) {
-        length = append_after_slash<longest_quad + 1>(
+        length = append_after_slash<sizeof "/255.255.255.255">(
             buf, buflen, length, [value](char *at) { return put_quad(at, value.mask); });
     }
     return length < buflen ? length : out_of_room();

@@ -19,7 +19,7 @@ struct Groups {
     size_t count = 0;  // bytes
     size_t gap = no_gap;
 
-    static constexpr size_t no_gap = ipv6_size + 1;
+    static constexpr size_t no_gap = SIZE_MAX;
 };
 
 // Whether the groups and the "::" make a whole address.
@@ -52,8 +52,7 @@ bool read_groups(const char *&at, Groups &groups)
         store_be16(&groups.bytes[groups.count], value);
         groups.count += 2;
         if (*at != ':') return true;
-        if (at[1] == ':') {
-            if (groups.gap != Groups::no_gap) return true;
+        if (at[1] == ':' && groups.gap == Groups::no_gap) {
             groups.gap = groups.count;
             at += 2;
         } else if (!is_hex_digit(*++at)) {

@@ -2,6 +2,7 @@
 #ifndef ORVEX_TEXT_IPV6_TEXT_H
 #define ORVEX_TEXT_IPV6_TEXT_H
 
+#include <climits>
 #include <cstddef>
 #include <cstdint>
 
@@ -16,7 +17,7 @@ constexpr size_t longest_ipv6_text = 45;
 // Reads groups of one to four digits, one "::" for at least one group, and four decimal octets
 // without leading zeros in place of the last two groups. Stores 16 bytes and moves `at` past the
 // address; false, with nothing changed, when the text does not begin with one. What follows must
-// be checked: "1::2::3" is read up to the second "::", "1:2:3:4:5:6:7:8:9" up to the 9.
+// be checked: "1:2:3:4:5:6:7:8:9" is read up to the 9.
 bool read_ipv6(const char *&at, uint8_t *bytes);
 
 // The writers below write a terminator after their text, return its position, and touch nothing
@@ -35,7 +36,7 @@ constexpr unsigned ipv6_group_count = 8;
 
 // The zero groups that "::" replaces.
 struct ZeroRun {
-    static constexpr unsigned none = ipv6_group_count + 1;
+    static constexpr unsigned none = UINT_MAX;
     unsigned first = none;
     unsigned end = none;  // the group after the last
 };

@@ -41,8 +41,8 @@ size_t write_text(char *buf, size_t buflen, Write write, size_t enough = longest
     return write_cut_text<longest>(buf, buflen, write);
 }
 
-// As write_text, for "/" and a text after the `length` bytes that `buf` holds already. Returns the
-// length of all.
+// As write_text, for "/" and a text after the `length` bytes that `buf` holds already; `longest`
+// counts the "/". Returns the length of all.
 template <size_t longest, typename Write>
 size_t append_after_slash(char *buf, size_t buflen, size_t length, Write write)
 {
@@ -50,7 +50,7 @@ size_t append_after_slash(char *buf, size_t buflen, size_t length, Write write)
         *at++ = '/';
         return write(at);
     };
-    return length + write_text<1 + longest>(buf + length, buflen - length, write_both);
+    return length + write_text<longest>(buf + length, buflen - length, write_both);
 }
 
 // What formatters return for a text that does not fit.
@@ -64,7 +64,7 @@ inline size_t out_of_room()
 // terminator, else the room that was left for it.
 constexpr size_t piece_result(size_t start, size_t length, size_t buflen)
 {
-    return buflen > start ? std::min(length, buflen - start) : 0;
+    return std::min(length, buflen - std::min(start, buflen));
 }
 
 }  // namespace orvex

@@ -88,7 +88,7 @@ uint64_t read_number(std::string_view text, Base base)
 
 struct Component {
     uint32_t value;
-    uint32_t size;  // bytes: 1, 4 of an IPv4 address, 0 of a text that is neither
+    size_t size;  // bytes: 1, 4 of an IPv4 address, 0 of a text that is neither
 };
 
 // "0x1f", "10.1.2"
@@ -96,11 +96,11 @@ struct Component {
 {
     if (text.find('.') == std::string_view::npos) {
         const uint64_t number = convert_all(text, Base::from_prefix);
-        return {static_cast<uint32_t>(number), number <= UINT8_MAX ? 1U : 0U};
+        return {static_cast<uint32_t>(number), number <= UINT8_MAX ? size_t{1} : 0};
     }
     uint32_t ipv4 = 0;
     const bool is_ipv4 = read_by_inet_aton(text, ipv4);
-    return {ipv4, is_ipv4 ? 4U : 0U};
+    return {ipv4, is_ipv4 ? ipv4_size : 0};
 }
 
 // False as well after the end, where `at` is when an octet goes on there.
