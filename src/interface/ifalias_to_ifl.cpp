@@ -36,7 +36,7 @@ class MapInput {
     {
         if (stream_ != nullptr) return std::fread(buf, 1, size, stream_);
         const ssize_t count = ::read(file_, buf, size);
-        return count > 0 ? static_cast<size_t>(count) : 0;
+        return static_cast<size_t>(std::max<ssize_t>(count, 0));
     }
 
    private:
