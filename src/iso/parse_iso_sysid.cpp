@@ -15,7 +15,7 @@ namespace {
 
 constexpr size_t sysid_size = 6;
 constexpr size_t group_size = 2;
-constexpr size_t longest_text = sizeof "xxxx.xxxx.xxxx" - 1;
+constexpr size_t text_room = sizeof "xxxx.xxxx.xxxx";
 
 int refuse_text(ErrorText error)
 {
@@ -74,7 +74,7 @@ int parse_iso_sysid(const char *text, uint8_t *sysid, int size, char *errbuf, si
     const ErrorText error{errbuf, errlen};
     std::array<uint8_t, sysid_size> spare;
     if (sysid == nullptr) sysid = spare.data();
-    if (strnlen(text, longest_text + 1) > longest_text)
+    if (strnlen(text, text_room) == text_room)
         return refuse(error, not_this_form, "Passed sysid string too large");
     if (size > 0 && size < int{sysid_size})
         return refuse(error, not_this_form, "Passed sysid size too small");
@@ -95,7 +95,7 @@ int format_iso_sysid(const uint8_t *sysid, char *buf, size_t buflen)
         *--at = '\0';
         return at;
     };
-    const size_t length = write_text<longest_text + 1>(buf, buflen, write);
+    const size_t length = write_text<text_room>(buf, buflen, write);
     constexpr size_t last = sizeof "ff" - 1;
     return static_cast<int>(piece_result(length - last, last, buflen));
 }

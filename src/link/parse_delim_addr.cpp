@@ -48,11 +48,11 @@ int read_decimal_groups(const char *text, uint8_t *bytes, uint32_t count, uint32
 }
 
 // Writes each byte and a delimiter after it, a NUL after the last one, as far as they fit with a
-// terminator. Returns the length of all. `put` writes the `most_digits` of a byte, or fewer.
-template <char *put(char *, uint8_t), size_t most_digits>
+// terminator. Returns the length of all. `put` writes a byte, which takes at
+// most `longest` characters with its delimiter.
+template <char *put(char *, uint8_t), size_t longest>
 uint64_t write_bytes(char *buf, size_t buflen, const uint8_t *bytes, char delimiter, uint32_t count)
 {
-    constexpr size_t longest = most_digits + 1;
     // Any bytes fit.
     if (uint64_t{longest} * count < buflen) [[likely]] {
         char *at = buf;
@@ -112,6 +112,7 @@ int format_delim_addr(char *buf, size_t buflen, const uint8_t *bytes, char delim
 {
     using namespace orvex;
     if (count == 0) return 0;
-    const auto write = style == 'x' ? write_bytes<put_hex_byte, 2> : write_bytes<put_last_octet, 3>;
+    const auto write = style == 'x' ? write_bytes<put_hex_byte, sizeof "ff">
+                                    : write_bytes<put_last_octet, sizeof "255">;
     return static_cast<int>(write(buf, buflen, bytes, delimiter, count));
 }

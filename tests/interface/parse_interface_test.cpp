@@ -114,7 +114,7 @@ TEST(ParseInterface, Forms)
     check(PARSE_IF_NEED_CHANNEL, {{"eth-0/0/0:1", "-2 interface does not support channels: eth-0/0/0:1"}},
           PARSE_IF_CHANNELS);
     // The separator flag at the end of a name reads nothing after it.
-    check(PARSE_IF_AFTER_SEP, {{"eth-", "-2 missing or invalid fpc number in 'eth-'"}});
+    check(PARSE_IF_AFTER_SEP, {{"eth-", "-2 missing or invalid fpc number in 'eth-'"}, {"eth-.1/2/3", "eth 1/2/3"}});
 }
 
 TEST(ParseInterface, NumbersConvertAsOnTheTarget)

@@ -114,6 +114,7 @@ TEST(ParseAtmvpn, JudgesTheFirst129Characters)
         {.text = "65000:1::5::1" + spaces + "x", .message = "Invalid address component '1" + spaces + "'"},
         {.text = "65000:1::5::" + zeros(115) + "::" + ":2", .message = "Too many double colons in address"},
         {.text = zeros(128) + ":" + ":5::1", .stores = false},
+        {.text = zeros(127) + "::" + "5::1", .message = "Invalid RD format: '" + zeros(127) + "'", .stores = false},
         {.text = "1:1::" + zeros(123) + ":" + ":1", .stores = false},
     });
 }
