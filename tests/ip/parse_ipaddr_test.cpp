@@ -154,6 +154,7 @@ TEST(ParseIpaddr, Ipv6)
         {"2001:db8:8000::/33", host_zero, "2001:db8:8000::/33"},
         {"2001:db8:4000::/33", host_zero, "-2 EINVAL host portion of '2001:db8:4000::/33' must be zero"},
         {"2001:db8::/ffff:ffff::", host_zero_mask, "2001:db8:: mask ffff:ffff::"},
+        {"8000::/7fff::", host_zero_mask, "-2 EINVAL masked bits of '8000::/7fff::' must be zero"},
         {"2001:db8::1/ffff:ffff::", host_zero_mask, "-2 EINVAL masked bits of '2001:db8::1/ffff:ffff::' must be zero"},
         {"default", default_ok, "::/0"},
         {"::1", required | pfx, "-2 EINVAL missing required prefix length in address '::1'"},

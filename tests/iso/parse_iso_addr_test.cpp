@@ -77,6 +77,9 @@ TEST(ParseIsoAddr, Addresses)
     char error[8] = "as is";
     EXPECT_EQ(parse_iso_addr("49", 0, bytes, nullptr, nullptr, nullptr, error, sizeof error), -1);
     EXPECT_STREQ(error, "as is");
+    // Without room for the bytes a text has 21 of them at most.
+    const std::string too_many = std::string(44, '1') + "/176";
+    EXPECT_EQ(parse_iso_addr(too_many.c_str(), 0, nullptr, nullptr, nullptr, nullptr, nullptr, 0), -1);
 }
 
 TEST(ParseIsoAddr, Prefixes)
@@ -143,6 +146,7 @@ TEST(FormatIsoAddr, NoBytesDefaultPrefixAndMost)
     EXPECT_STREQ(text, "0/24");
     EXPECT_EQ(format_iso_addr(most.data(), 255, 1, 65535, text, sizeof text), 6);
     EXPECT_STREQ(text + 630, "49.4949/65535");
+    EXPECT_EQ(format_iso_addr(most.data(), 255, 1, 65535, text, 8), 0);
     check_cut_sizes(
         "0/0", [&](char *buf, size_t size) { return format_iso_addr(most.data(), 255, 1, 0, buf, size); },
         [](size_t size) { return std::min(size, size_t{3}); });
