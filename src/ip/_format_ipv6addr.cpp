@@ -14,7 +14,7 @@ namespace orvex {
 namespace {
 
 constexpr size_t fixed_width_room = sizeof "2001:0db8:0000:0000:0000:0000:0000:0001";
-constexpr size_t fixed_width_mask_room = sizeof "/ffff:ffff:ffff:ffff:0000:0000:0000:0000";
+constexpr size_t fixed_width_mask_room = sizeof "/0000:0000:0000:0000:0000:0000:0000:0000";
 constexpr size_t prefix_room = sizeof "/4294967295";
 
 // What is printed of a value.

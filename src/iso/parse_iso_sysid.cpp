@@ -15,7 +15,7 @@ namespace {
 
 constexpr size_t sysid_size = 6;
 constexpr size_t group_size = 2;
-constexpr size_t text_room = sizeof "xxxx.xxxx.xxxx";
+constexpr size_t text_room = sizeof "0000.0000.0000";
 
 int refuse_text(ErrorText error)
 {
