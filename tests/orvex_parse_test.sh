@@ -177,6 +177,14 @@ while read -r command; do
     (cd profiles && eval "${example//<addresses/<\"\$scratch/addresses\"}" >/dev/null) || fail "$example"
   done < <(sed -n "s|^  orvex-parse |'$program' |p" "$scratch/help")
 done <"$scratch/commands"
+for arguments in 'help alias' 'alias --help' 'alias -h'; do
+  # shellcheck disable=SC2086 # several words
+  expect "$arguments" 0 'Subcommands:
+  alias is    Whether words mean interface aliases: yes or no
+  alias find  The interface names of aliases, from the alias map
+
+Run orvex-parse help alias is to see how one is used.' '' $arguments
+done
 [[ $("$program" -V) == "$("$program" --version)" && $("$program" -V) == 'orvex-parse '[0-9]* ]] || fail 'version'
 
 finish

@@ -72,6 +72,17 @@ std::string program_help(const Options &options)
            table(rows) + "\nOptions:\n" + option_table(options) + exit_status;
 }
 
+std::string group_help(const std::string &first)
+{
+    std::vector<Row> rows;
+    for (const Command *command : all_commands())
+        if (std::string_view(command->name).starts_with(first + ' '))
+            rows.push_back({command->name, command->summary});
+    if (rows.empty()) return "";
+    return "Subcommands:\n" + table(rows) + "\nRun orvex-parse help " + rows.front().name +
+           " to see how one is used.\n";
+}
+
 std::string command_help(const Command &command, const Options &options)
 {
     std::string text =

@@ -29,10 +29,19 @@ int print(Output &output, const std::string &text)
 int print_help(const CommandLine &line, int argc, char **argv, Output &output)
 {
     if (argc <= 1) return print(output, program_help(line.program_options));
+    const std::string group = argc == 2 ? group_help(argv[1]) : "";
+    if (!group.empty()) return print(output, group);
     const FoundCommand found = find_command(argc - 1, argv + 1);
     CommandLine named;
     named.add_command_options(*found.command);
     return print(output, command_help(*found.command, named.command_options));
+}
+
+// Whether the words are "alias --help", without the subcommand's second word.
+bool asks_about_group(int argc, char **argv)
+{
+    const std::string option = argc == 2 ? argv[1] : "";
+    return (option == "--help" || option == "-h") && !group_help(argv[0]).empty();
 }
 
 int run_command(CommandLine &line, int argc, char **argv, Output &output)
@@ -66,6 +75,7 @@ int run(int argc, char **argv)
     argv += first;
     const std::string word = argc > 0 ? argv[0] : "";
     if (word == "help") return print_help(line, argc, argv, output);
+    if (asks_about_group(argc, argv)) return print(output, group_help(word));
     if (word == "complete") return print(output, complete({argv + 1, argv + argc}));
     return run_command(line, argc, argv, output);
 }
