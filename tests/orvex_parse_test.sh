@@ -185,6 +185,7 @@ for arguments in 'help alias' 'alias --help' 'alias -h'; do
 
 Run orvex-parse help alias is to see how one is used.' '' $arguments
 done
+diff <("$program" help help) <("$program" --help) || fail 'help help'
 [[ $("$program" -V) == "$("$program" --version)" && $("$program" -V) == 'orvex-parse '[0-9]* ]] || fail 'version'
 
 finish

@@ -28,7 +28,8 @@ int print(Output &output, const std::string &text)
 // orvex-parse help [SUBCOMMAND]
 int print_help(const CommandLine &line, int argc, char **argv, Output &output)
 {
-    if (argc <= 1) return print(output, program_help(line.program_options));
+    if (argc <= 1 || std::string(argv[1]) == "help")
+        return print(output, program_help(line.program_options));
     const std::string group = argc == 2 ? group_help(argv[1]) : "";
     if (!group.empty()) return print(output, group);
     const FoundCommand found = find_command(argc - 1, argv + 1);
