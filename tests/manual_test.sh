@@ -34,7 +34,8 @@ names() {
 names '\b[A-Z][A-Z0-9]*_[A-Z0-9_]*[A-Z0-9]\b' <(cat "${headers[@]}" | grep -Evw '\w+_(H|API|LAYOUT)')
 names 'struct [a-z_]+' "${headers[@]}"
 names '^[a-z][a-z0-9-]+' profiles/*.toml
-names '\w+$' <(nm -D --defined-only "$libraries/liborvex-platform.so")
+# A build that measures coverage exports a name of its own.
+names '\w+$' <(nm -D --defined-only "$libraries/liborvex-platform.so" | grep -v ' __gcov')
 for name in $(nm -D --defined-only "$library" | sed -n 's/.* [A-Z] \(.*\)@@.*/\1/p' | grep -v '^ORVEX_'); do
   read -r request target <"man/man3/$name.3"
   page=man/man3/$name.3
