@@ -34,7 +34,7 @@ names() {
 names '\b[A-Z][A-Z0-9]*_[A-Z0-9_]*[A-Z0-9]\b' <(cat "${headers[@]}" | grep -Evw '\w+_(H|API|LAYOUT)')
 names 'struct [a-z_]+' "${headers[@]}"
 names '^[a-z][a-z0-9-]+' profiles/*.toml
-# A build that measures coverage exports a name of its own.
+# A build that measures coverage exports names of its own.
 names '\w+$' <(nm -D --defined-only "$libraries/liborvex-platform.so" | grep -Ev ' (__gcov.*|mangle_path)$')
 for name in $(nm -D --defined-only "$library" | sed -n 's/.* [A-Z] \(.*\)@@.*/\1/p' | grep -v '^ORVEX_'); do
   read -r request target <"man/man3/$name.3"

@@ -38,11 +38,11 @@ int print_help(const CommandLine &line, int argc, char **argv, Output &output)
     return print(output, command_help(*found.command, named.command_options));
 }
 
-// Whether the words are "alias --help", without the subcommand's second word.
-bool asks_about_group(int argc, char **argv)
+// What "alias --help" prints, which names no subcommand; nothing for other words.
+std::string help_of_group(int argc, char **argv)
 {
     const std::string option = argc == 2 ? argv[1] : "";
-    return (option == "--help" || option == "-h") && !group_help(argv[0]).empty();
+    return option == "--help" || option == "-h" ? group_help(argv[0]) : "";
 }
 
 int run_command(CommandLine &line, int argc, char **argv, Output &output)
@@ -76,7 +76,8 @@ int run(int argc, char **argv)
     argv += first;
     const std::string word = argc > 0 ? argv[0] : "";
     if (word == "help") return print_help(line, argc, argv, output);
-    if (asks_about_group(argc, argv)) return print(output, group_help(word));
+    const std::string group = help_of_group(argc, argv);
+    if (!group.empty()) return print(output, group);
     if (word == "complete") return print(output, complete({argv + 1, argv + argc}));
     return run_command(line, argc, argv, output);
 }

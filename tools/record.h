@@ -101,7 +101,8 @@ class Record {
     bool list_has_item_ = false;
 };
 
-// Appends a text as a cell of TSV: TAB, line ends and backslashes are escaped.
+// Appends a text as a cell of TSV: TAB, line ends and backslashes are escaped, for a terminal
+// control characters first.
 void append_cell(std::string &out, std::string_view text, bool is_for_terminal);
 
 #endif

@@ -23,7 +23,7 @@ constexpr const char *alternate_map_path = "/var/etc/if_alias_map+";
 
 constexpr size_t longest_interface_name = 60;
 constexpr size_t longest_alias = 128;
-constexpr size_t chunk_size = BUFSIZ;
+constexpr size_t chunk_size = 16384;
 
 // The open file, or the caller's stream.
 class MapInput {
@@ -35,8 +35,10 @@ class MapInput {
     size_t read(char *buf, size_t size)
     {
         if (stream_ != nullptr) return std::fread(buf, 1, size, stream_);
-        const ssize_t count = ::read(file_, buf, size);
-        return static_cast<size_t>(std::max<ssize_t>(count, 0));
+        ssize_t count = 0;
+        do count = ::read(file_, buf, size);
+        while (count < 0 && errno == EINTR);
+        return count > 0 ? static_cast<size_t>(count) : 0;
     }
 
    private:

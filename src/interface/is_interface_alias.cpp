@@ -61,8 +61,7 @@ AliasText read_alias(const char *text)
     const auto is_in_locale = [](char character) {
         return is_ascii(character) || is_letter_or_digit(character);
     };
-    if ((kinds & not_ascii) == not_ascii && !std::all_of(text, text + length, is_in_locale))
-        return {};
+    if ((kinds & not_ascii) != 0 && !std::all_of(text, text + length, is_in_locale)) return {};
     return {length, kinds};
 }
 

@@ -213,8 +213,9 @@ int check_numbers(const NameParse &parse)
 {
     const parsed_interface &record = parse.record;
     if (parse.has(PARSE_IF_MGMT)) {
-        // A channel is refused earlier, unless the type may have channels.
-        if (!has_pic_or_port(record)) return ok;
+        const bool has_channel =
+            !parse.has(PARSE_IF_CHANNELS) && record.channels[0] != IF_FIELD_ABSENT;
+        if (!has_pic_or_port(record) && !has_channel) return ok;
         return refuse(parse.error, rule_broken,
                       "pic, port, or channel are invalid for management interfaces: %s",
                       parse.name);

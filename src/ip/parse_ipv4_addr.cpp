@@ -64,7 +64,7 @@ int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     const auto number = convert<uint32_t>(at, Base::hexadecimal);
     // All ones may be what an overflow saturates to: they count in their shortest spelling only.
-    const bool is_shortest = text.whole.size() == 10;
+    const bool is_shortest = text.whole.size() == std::strlen("0xffffffff");
     // "0x", "0x0ffffffff", "0x100000000"
     if (!is_hex_digit(at[2]) || (number.value == UINT32_MAX && !is_shortest))
         return refuse_whole(text, not_this_form, "invalid hexadecimal ");
@@ -116,7 +116,7 @@ int read_group(const BytesText &text, const char *&at, uint8_t &byte)
     // "256"
     if (number.value > UINT8_MAX) {
         std::array<char, decimal_room> value;
-        const auto end = std::to_chars(value.begin(), value.end(), number.value);
+        const auto end = std::to_chars(value.data(), value.data() + value.size(), number.value);
         return refuse_part(text, result_of_large_group(text, number.end), "invalid value '",
                            {value.data(), end.ptr});
     }

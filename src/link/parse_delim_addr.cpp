@@ -48,8 +48,8 @@ int read_decimal_groups(const char *text, uint8_t *bytes, uint32_t count, uint32
 }
 
 // Writes each byte and a delimiter after it, a NUL after the last one, as far as they fit with a
-// terminator. Returns the length of all. `put` writes a byte, which takes at
-// most `longest` characters with its delimiter.
+// terminator. Returns the length of all. `put` writes a byte: at most `longest`
+// characters with its delimiter.
 template <char *put(char *, uint8_t), size_t longest>
 uint64_t write_bytes(char *buf, size_t buflen, const uint8_t *bytes, char delimiter, uint32_t count)
 {

@@ -47,15 +47,15 @@ inline bool read_octet(const char *&at, uint32_t &octet)
 template <LeadingZeros zeros = LeadingZeros::refused>
 inline bool read_dotted_quad(const char *&at, uint32_t &quad)
 {
-    uint32_t a{};
-    uint32_t b{};
-    uint32_t c{};
-    uint32_t d{};
+    uint32_t a = 0;
+    uint32_t b = 0;
+    uint32_t c = 0;
+    uint32_t d = 0;
     const char *cursor = at;
-    if (!read_octet<zeros>(cursor, a) || *cursor++ != '.' || !read_octet<zeros>(cursor, b) ||
-        *cursor++ != '.' || !read_octet<zeros>(cursor, c) || *cursor++ != '.' ||
-        !read_octet<zeros>(cursor, d))
-        return false;
+    if (!read_octet<zeros>(cursor, a) || *cursor++ != '.') return false;
+    if (!read_octet<zeros>(cursor, b) || *cursor++ != '.') return false;
+    if (!read_octet<zeros>(cursor, c) || *cursor++ != '.') return false;
+    if (!read_octet<zeros>(cursor, d)) return false;
     quad = a << 24 | b << 16 | c << 8 | d;
     at = cursor;
     return true;

@@ -16,8 +16,8 @@ constexpr size_t longest_ipv6_text = 45;
 
 // Reads groups of one to four digits, one "::" for at least one group, and four decimal octets
 // without leading zeros in place of the last two groups. Stores 16 bytes and moves `at` past the
-// address; false, with nothing changed, when the text does not begin with one. What follows must
-// be checked: "1:2:3:4:5:6:7:8:9" is read up to the 9.
+// address; false, with nothing changed, when the text does not begin with one or has a second "::".
+// What follows must be checked: "1:2:3:4:5:6:7:8:9" is read up to the 9.
 bool read_ipv6(const char *&at, uint8_t *bytes);
 
 // The writers below write a terminator after their text, return its position, and touch nothing

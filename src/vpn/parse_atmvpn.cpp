@@ -205,9 +205,9 @@ int read_atmvpn(const char *text, atmvpn_address &record, uint32_t &bits, ErrorT
     const char *const rd_end = std::memcmp(text, "::", 2) == 0 ? text : separators.first[0];
     // No "::" before the cut.
     if (end - rd_end < 2) return refused;
-    uint32_t rd_type{};
-    uint32_t high{};
-    uint32_t low{};
+    uint32_t rd_type = 0;
+    uint32_t high = 0;
+    uint32_t low = 0;
     if (read_rd(text, static_cast<size_t>(rd_end - text), rd_type, high, low, error) != 0)
         return refused;
 
