@@ -16,9 +16,9 @@ const Option *find_option(const Options &options, const std::string &name)
     return found != all.end() ? &*found : nullptr;
 }
 
-std::string line_of(const std::string &word, const std::string &help)
+std::string line_of(const std::string &word, std::string_view help)
 {
-    return word + '\t' + help + '\n';
+    return (word + '\t').append(help) + '\n';
 }
 
 std::string option_lines(const Options &options)

@@ -6,7 +6,7 @@ namespace {
 
 struct Row {
     std::string name;
-    std::string help;
+    std::string_view help;
 };
 
 // Two columns, the second of whole words up to the width of a terminal.
@@ -39,7 +39,7 @@ std::string option_table(const Options &options)
     for (const Option &option : options.all()) {
         std::string name = option.letter != '\0' ? std::string{'-', option.letter} + ", " : "";
         name += option.name;
-        if (!option.value.empty()) name += ' ' + option.value;
+        if (!option.value.empty()) name.append(1, ' ').append(option.value);
         rows.push_back({name, option.help});
     }
     return table(rows);

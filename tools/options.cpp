@@ -71,11 +71,11 @@ std::string did_you_mean(const std::string &text, const std::vector<std::string>
     return is_near ? ", did you mean '" + *nearest + "'?" : "";
 }
 
-void Options::flag(std::string name, std::string help, std::function<void()> set, char letter)
+void Options::flag(std::string name, std::string_view help, std::function<void()> set, char letter)
 {
     options_.push_back({.name = std::move(name),
                         .value = {},
-                        .help = std::move(help),
+                        .help = help,
                         .set = [set = std::move(set)](const std::string &) { set(); },
                         .letter = letter});
 }
@@ -88,27 +88,27 @@ void check_choice(const std::string &option, const std::vector<std::string> &cho
                      did_you_mean(value, choices));
 }
 
-void Options::value(std::string name, std::string value, std::string help,
+void Options::value(std::string name, std::string_view value, std::string_view help,
                     std::function<void(const std::string &)> set, std::vector<std::string> choices)
 {
     options_.push_back({.name = std::move(name),
-                        .value = std::move(value),
-                        .help = std::move(help),
+                        .value = value,
+                        .help = help,
                         .set = std::move(set),
                         .choices = std::move(choices)});
 }
 
-void Options::choice(std::string name, std::string value, std::string help,
+void Options::choice(std::string name, std::string_view value, std::string_view help,
                      std::vector<std::string> choices, std::function<void(const std::string &)> set)
 {
     const auto check = [name, choices, set = std::move(set)](const std::string &word) {
         check_choice(name, choices, word);
         set(word);
     };
-    this->value(std::move(name), std::move(value), std::move(help), check, std::move(choices));
+    this->value(std::move(name), value, help, check, std::move(choices));
 }
 
-void Options::number(std::string name, std::string value, std::string help, uint64_t min,
+void Options::number(std::string name, std::string_view value, std::string_view help, uint64_t min,
                      uint64_t max, std::function<void(uint64_t)> set)
 {
     const auto check = [name, min, max, set = std::move(set)](const std::string &digits) {
@@ -120,7 +120,7 @@ void Options::number(std::string name, std::string value, std::string help, uint
                              std::to_string(max) + ", found '" + digits + "'");
         set(number);
     };
-    this->value(std::move(name), std::move(value), std::move(help), check);
+    this->value(std::move(name), value, help, check);
 }
 
 // Reads the option at argv[optind]; false when it is "--".

@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // Wrong usage: the program ends with status 2.
@@ -16,9 +17,9 @@ class UsageError : public std::runtime_error {
 };
 
 struct Option {
-    std::string name;   // "--prefix"
-    std::string value;  // what its value is called, "N"; empty for a flag
-    std::string help;
+    std::string name;        // "--prefix"
+    std::string_view value;  // what its value is called, "N"; empty for a flag
+    std::string_view help;
     std::function<void(const std::string &value)> set;
     std::vector<std::string> choices = {};  // the words that the value may be; empty: any text
     char letter = '\0';                     // of its short form
@@ -26,18 +27,20 @@ struct Option {
 
 class Options {
    public:
-    void flag(std::string name, std::string help, std::function<void()> set, char letter = '\0');
+    // Names of values and helps are string literals: most starts of the program print none of them.
+    void flag(std::string name, std::string_view help, std::function<void()> set,
+              char letter = '\0');
     // `choices` are words that the value may be, for completion only.
-    void value(std::string name, std::string value, std::string help,
+    void value(std::string name, std::string_view value, std::string_view help,
                std::function<void(const std::string &)> set, std::vector<std::string> choices = {});
 
     // As `value`, and other words are wrong usage.
-    void choice(std::string name, std::string value, std::string help,
+    void choice(std::string name, std::string_view value, std::string_view help,
                 std::vector<std::string> choices, std::function<void(const std::string &)> set);
 
     // A decimal number from `min` to `max`.
-    void number(std::string name, std::string value, std::string help, uint64_t min, uint64_t max,
-                std::function<void(uint64_t)> set);
+    void number(std::string name, std::string_view value, std::string_view help, uint64_t min,
+                uint64_t max, std::function<void(uint64_t)> set);
 
     // Reads the arguments from the second on, sets the options, and returns the texts. An argument
     // of "-" and a digit is a text, and so is every one after "--".
