@@ -14,6 +14,8 @@ std::string attributes()
            std::to_string(parse_pf_attrib.max_ifl_subunit);
 }
 
+const std::string attributes_of_new_program = attributes();
+
 int parse(const char *name)
 {
     parsed_interface record;
@@ -21,6 +23,8 @@ int parse(const char *name)
 }
 
 }  // namespace
+
+TEST(PlatformAttributes, AreNotLoadedInANewProgram) { EXPECT_EQ(attributes_of_new_program, "0 1 0"); }
 
 TEST(PlatformAttributes, AreLoadedOnceByTheFirstUnitOnProduct169)
 {

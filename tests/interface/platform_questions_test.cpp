@@ -56,7 +56,12 @@ int platform_hook_call(const char *hook_name, platform_hook_arg *arg_list, int32
         if (router.in_container) *answer = 7;  // else as a platform that does not know the hook
         return asked("container", 0);
     }
-    EXPECT_EQ(arg_list[0].reserved + arg_list[1].reserved + arg_list[2].reserved, 0U);
+    std::string types;
+    for (const platform_hook_arg *arg = arg_list; arg->name != nullptr; ++arg) {
+        EXPECT_EQ(arg->reserved, 0U);
+        types += std::to_string(arg->type) + ' ' + arg->name + ' ';
+    }
+    EXPECT_EQ(types, "14 key_name 11 attrib_buf 6 attrib_size 11 ret ");
     std::memset(*reinterpret_cast<void **>(arg_list[1].value), 0, arg_list[2].value);
     return asked(reinterpret_cast<const char *>(arg_list->value), 0);
 }
@@ -108,6 +113,7 @@ TEST(PlatformQuestions, AreThoseOfTheName)
          .router = virtual_fpcs,
          .questions = fpc + " min max virtual min max index virtual-pics"},
         {.name = "eth-1/0", .router = virtual_fpcs, .questions = fpc + " min max virtual min"},
+        {.name = "eth-1/2/3/4", .questions = fpc + " virtual"},
         {.name = "eth-1/2/3/4",
          .router = {.is_line_card = true},
          .questions = local_fpc + " virtual fpcs global-a global-b lcc-to-scc virtual"},
@@ -129,7 +135,8 @@ TEST(PlatformQuestions, AreThoseOfTheName)
         orvex::multichassis_naming = -1;
         questions.clear();
         parsed_interface record;
-        parse_interface(row.name, 0, 0, &record, nullptr, 0);
+        const int result = parse_interface(row.name, 0, 0, &record, nullptr, 0);
         EXPECT_EQ(questions, row.questions) << row.name;
+        EXPECT_EQ(parse_interface(row.name, 0, 0, &record, nullptr, 0), result) << "again: " << row.name;
     }
 }

@@ -42,6 +42,7 @@ TEST(FormatIn6Addr, WritesTheGroupsOfThePrefix)
         {.address = "::ffff:1.2.3.4", .length = 128, .expected = "::ffff:1.2.3.4"},
         {.address = "::2", .length = 120, .expected = "::0.0.0.0"},
         {.address = "::ffff:1.2.3.4", .length = 112, .expected = "::ffff:102:0"},
+        {.address = "::ffff:1.2.3.4", .length = 113, .expected = "::ffff:1.2.3.0"},
         {.address = "0:1:2:3:4:5:6:7", .length = 128, .expected = "0:1:2:3:4:5:6:7"},
         {.address = "1:0:0:0:2:0:0:3", .length = 128, .expected = "1:0:0:0:2::3"},
         {.address = longest, .length = 128, .expected = longest},
