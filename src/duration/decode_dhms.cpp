@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstring>
+#include <optional>
 
 #include "text/characters.h"
 #include "text/error_text.h"
@@ -133,17 +134,17 @@ Fault read_pairs(const char *&at, uint64_t &total)
     return Fault::none;
 }
 
-// Reads the digits of a field, none of them for 0. The field wraps as 32-bit numbers do; false when
-// it becomes smaller.
-bool read_field(const char *&at, uint32_t &field)
+// Reads the digits of a field; 0 without one. The field wraps as 32-bit numbers do; none when it
+// becomes smaller.
+std::optional<uint32_t> read_field(const char *&at)
 {
-    field = 0;
+    uint32_t field = 0;
     for (; is_digit(*at); ++at) {
         const uint32_t longer = field * 10 + decimal_value(*at);
-        if (longer < field) return false;
+        if (longer < field) return {};
         field = longer;
     }
-    return true;
+    return field;
 }
 
 // "1:30" or "1:02:03"
@@ -152,20 +153,21 @@ Fault read_clock(const char *&at, uint64_t &total)
     constexpr uint32_t most_hours = 23;
     constexpr uint32_t most_sixtieths = 59;
     uint32_t hours = 0;
-    uint32_t minutes = 0;
-    uint32_t seconds = 0;
-    if (!read_field(at, minutes)) return Fault::overflow;
+    auto minutes = read_field(at);
+    if (!minutes) return Fault::overflow;
     if (*at != ':') return Fault::syntax;
-    if (!read_field(++at, seconds)) return Fault::overflow;
+    auto seconds = read_field(++at);
+    if (!seconds) return Fault::overflow;
     if (*at == ':') {
-        hours = minutes;
+        hours = *minutes;
         minutes = seconds;
-        if (!read_field(++at, seconds)) return Fault::overflow;
+        seconds = read_field(++at);
+        if (!seconds) return Fault::overflow;
     }
     if (!is_token_end(*at)) return Fault::syntax;
-    if (hours > most_hours || minutes > most_sixtieths || seconds > most_sixtieths)
+    if (hours > most_hours || *minutes > most_sixtieths || *seconds > most_sixtieths)
         return Fault::overflow;
-    return add(hours * 3600 + minutes * 60 + seconds, total) ? Fault::none : Fault::overflow;
+    return add(hours * 3600 + *minutes * 60 + *seconds, total) ? Fault::none : Fault::overflow;
 }
 
 bool holds_colon(const char *at)

@@ -38,7 +38,7 @@ class MapInput {
         ssize_t count = 0;
         do count = ::read(file_, buf, size);
         while (count < 0 && errno == EINTR);
-        return count > 0 ? static_cast<size_t>(count) : 0;
+        return static_cast<size_t>(std::max<ssize_t>(count, 0));
     }
 
    private:

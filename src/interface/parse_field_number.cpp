@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 #include "text/target_numbers.h"
@@ -37,26 +38,25 @@ const char *refuse_value_of(const Range &range, int32_t value)
                           text.data(), parse.name));
 }
 
-// Reads a number of a range and moves `at` past it; false without digits, and for "-0".
-bool read_range_number(const char *&at, int32_t &value)
+// Reads a number of a range and moves `at` past it; none without digits, and for "-0".
+std::optional<int32_t> read_range_number(const char *&at)
 {
     const Number number = read_number(at);
-    if (number.end == at || (*at == '-' && number.value == 0)) return false;
-    value = number.value;
+    if (number.end == at || (*at == '-' && number.value == 0)) return {};
     at = number.end;
-    return true;
+    return number.value;
 }
 
 // "3]" after "[1-"
 const char *read_range_end(const Range &range, const char *at, int32_t low)
 {
     const auto &[parse, field, text] = range;
-    int32_t high = 0;
-    if (!read_range_number(at, high)) return refuse_number_of(range);
-    if (!is_within(high, low, field.bound)) {
+    const auto high = read_range_number(at);
+    if (!high) return refuse_number_of(range);
+    if (!is_within(*high, low, field.bound)) {
         return no_part(refuse(parse.error, rule_broken,
                               "%s value %d is outside range %d..%d for '%.*s' in '%s", field.label,
-                              high, low, wrapping_add(field.bound, -1), precision(text),
+                              *high, low, wrapping_add(field.bound, -1), precision(text),
                               text.data(), parse.name));
     }
     if (*at == ']') return at + 1;
@@ -70,9 +70,9 @@ const char *read_range_list(const Range &range, const char *at)
     const auto &[parse, field, text] = range;
     for (;;) {
         if (*at == ',') ++at;
-        int32_t value = 0;
-        if (!read_range_number(at, value)) break;
-        if (!is_within(value, field.min, field.bound)) return refuse_value_of(range, value);
+        const auto value = read_range_number(at);
+        if (!value) break;
+        if (!is_within(*value, field.min, field.bound)) return refuse_value_of(range, *value);
     }
     if (*at == ']') return at + 1;
     return no_part(refuse(parse.error, rule_broken, "%s range %.*s is invalid in %s", field.label,
@@ -89,10 +89,10 @@ const char *parse_field_range(const NameParse &parse, const char *open, Field fi
     const size_t quoted = std::min(static_cast<size_t>(close - open), longest_quoted_range);
     const Range range{parse, field, {open, quoted}};
     const char *at = open + 1;
-    int32_t first = 0;
-    if (!read_range_number(at, first)) return refuse_number_of(range);
-    if (!is_within(first, field.min, field.bound)) return refuse_value_of(range, first);
-    if (*at == '-') return read_range_end(range, at + 1, first);
+    const auto first = read_range_number(at);
+    if (!first) return refuse_number_of(range);
+    if (!is_within(*first, field.min, field.bound)) return refuse_value_of(range, *first);
+    if (*at == '-') return read_range_end(range, at + 1, *first);
     if (*at == ',') return read_range_list(range, at);
     // [1]
     return no_part(refuse(parse.error, rule_broken,

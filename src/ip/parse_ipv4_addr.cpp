@@ -186,11 +186,12 @@ bool read_any_keyword(AddressRequest &request)
 int read_mask(AddressRequest &request, const char *suffix)
 {
     if (!request.has(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
-    int result = 0;
-    if (!read_whole_quad(request, suffix, request.mask))
-        result = read_any_bytes({request, suffix}, suffix, request.mask);
-    if (result == 0) request.maskseen = 1;
-    return result;
+    if (!read_whole_quad(request, suffix, request.mask)) {
+        const int result = read_any_bytes({request, suffix}, suffix, request.mask);
+        if (result != 0) return result;
+    }
+    request.maskseen = 1;
+    return 0;
 }
 
 // What follows the "/": "8", "010", "0x18" or "255.0.0.0"
@@ -246,13 +247,12 @@ int parse_ipv4_addr(AddressRequest &request)
                               "too long to be a valid ip address: '%s'", request.str);
 
     const char *at = request.str;
-    int result = 0;
     if (!read_whole_quad(request, at, request.address)) [[unlikely]] {
-        result = read_any_bytes({request, address_text(request)}, at, request.address);
+        const int result = read_any_bytes({request, address_text(request)}, at, request.address);
         if (result != 0) return result;
     }
     if (*at == '/') {
-        result = read_suffix(request, at + 1);
+        const int result = read_suffix(request, at + 1);
         if (result != 0) return result;
     } else if (request.has(PARSE_IPADDR_PREFIX_REQUIRED)) {
         return refuse_missing_prefix(request);

@@ -101,6 +101,7 @@ TEST(ParseIpaddr, Ipv4)
         {"000000000000000000000000001.2/8", pfx, "1.2.0.0/8"},
         {"10.0.0.0/255.0.0.0", pfx, "-2 EINVAL invalid input at '/255.0.0.0' in address '10.0.0.0/255.0.0.0'"},
         {"10/255.", mask_ok, "10.0.0.0 mask 255.0.0.0"},
+        {"10/255.0.0.0/8", mask_ok, "-2 EINVAL invalid input at '/8' in ip netmask '255.0.0.0/8'"},
         {"10.0.0.0", required | mask_ok, "-2 EINVAL missing required prefix length or mask in address '10.0.0.0'"},
         {"10.1.2.3/8", host_zero, "-2 EINVAL host portion is not zero (10.0.0.0/8)"},
         {"10.1.2.3/0", host_zero, "-2 EINVAL host portion is not zero (10.1.2.3/0)"},
