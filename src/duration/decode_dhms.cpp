@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstring>
-#include <optional>
 
 #include "text/characters.h"
 #include "text/error_text.h"
@@ -134,17 +133,17 @@ Fault read_pairs(const char *&at, uint64_t &total)
     return Fault::none;
 }
 
-// Reads the digits of a field; 0 without one. The field wraps as 32-bit numbers do; none when it
-// becomes smaller.
-std::optional<uint32_t> read_field(const char *&at)
+// Reads the digits of a field, none of them for 0. The field wraps as 32-bit numbers do; false when
+// it becomes smaller.
+bool read_field(const char *&at, uint32_t &field)
 {
-    uint32_t field = 0;
+    field = 0;
     for (; is_digit(*at); ++at) {
         const uint32_t longer = field * 10 + decimal_value(*at);
-        if (longer < field) return {};
+        if (longer < field) return false;
         field = longer;
     }
-    return field;
+    return true;
 }
 
 // "1:30" or "1:02:03"
@@ -153,21 +152,20 @@ Fault read_clock(const char *&at, uint64_t &total)
     constexpr uint32_t most_hours = 23;
     constexpr uint32_t most_sixtieths = 59;
     uint32_t hours = 0;
-    auto minutes = read_field(at);
-    if (!minutes) return Fault::overflow;
+    uint32_t minutes = 0;
+    uint32_t seconds = 0;
+    if (!read_field(at, minutes)) return Fault::overflow;
     if (*at != ':') return Fault::syntax;
-    auto seconds = read_field(++at);
-    if (!seconds) return Fault::overflow;
+    if (!read_field(++at, seconds)) return Fault::overflow;
     if (*at == ':') {
-        hours = *minutes;
+        hours = minutes;
         minutes = seconds;
-        seconds = read_field(++at);
-        if (!seconds) return Fault::overflow;
+        if (!read_field(++at, seconds)) return Fault::overflow;
     }
     if (!is_token_end(*at)) return Fault::syntax;
-    if (hours > most_hours || *minutes > most_sixtieths || *seconds > most_sixtieths)
+    if (hours > most_hours || minutes > most_sixtieths || seconds > most_sixtieths)
         return Fault::overflow;
-    return add(hours * 3600 + *minutes * 60 + *seconds, total) ? Fault::none : Fault::overflow;
+    return add(hours * 3600 + minutes * 60 + seconds, total) ? Fault::none : Fault::overflow;
 }
 
 bool holds_colon(const char *at)
