@@ -15,8 +15,8 @@ struct CommandLine {
 
     void add_command_options(const Command &command);
 
-    Options program_options;
-    Options command_options;
+    Options program_options{3};
+    Options command_options{20};
     StreamOptions stream;
     std::string profile;
     bool wants_help = false;

@@ -123,15 +123,25 @@ void Options::number(std::string name, std::string_view value, std::string_view 
     this->value(std::move(name), value, help, check);
 }
 
+// Throws UsageError for the option `argument`, which getopt_long did not read.
+void Options::refuse(const std::string &argument) const
+{
+    const std::string name = without_value(argument);
+    std::vector<std::string> names;
+    for (const Option &known : options_) names.push_back(known.name);
+    if (std::find(names.begin(), names.end(), name) != names.end())
+        throw UsageError(name + " takes no value");
+    throw UsageError("unknown option " + name + did_you_mean(name, names));
+}
+
 // Reads the option at argv[optind]; false when it is "--".
 bool Options::parse_next(int argc, char **argv) const
 {
     std::vector<option> forms;
-    std::vector<std::string> names;
+    forms.reserve(options_.size() + 1);
     std::string letters = "+:";  // stop at texts, report errors here
     constexpr int first_long = 256;
     for (const Option &known : options_) {
-        names.push_back(known.name);
         const int has_value = known.value.empty() ? no_argument : required_argument;
         const auto code = first_long + static_cast<int>(forms.size());
         forms.push_back({known.name.c_str() + 2, has_value, nullptr, code});
@@ -149,10 +159,7 @@ bool Options::parse_next(int argc, char **argv) const
         options_[i].set(is_long && optarg != nullptr ? optarg : "");
         return true;
     }
-    const std::string name = without_value(argument);
-    if (std::find(names.begin(), names.end(), name) != names.end())
-        throw UsageError(name + " takes no value");
-    throw UsageError("unknown option " + name + did_you_mean(name, names));
+    refuse(argument);
 }
 
 int Options::parse_leading(int argc, char **argv) const

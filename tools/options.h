@@ -27,6 +27,9 @@ struct Option {
 
 class Options {
    public:
+    // `usual` is how many options there are at most, as a rule.
+    explicit Options(size_t usual) { options_.reserve(usual); }
+
     // Names of values and helps are string literals: most starts of the program print none of them.
     void flag(std::string name, std::string_view help, std::function<void()> set,
               char letter = '\0');
@@ -53,6 +56,7 @@ class Options {
 
    private:
     [[nodiscard]] bool parse_next(int argc, char **argv) const;
+    [[noreturn]] void refuse(const std::string &argument) const;
 
     std::vector<Option> options_;
 };

@@ -22,11 +22,14 @@ bool is_same_file(int one, int other)
 
 }  // namespace
 
-Output::Output()
-    : is_terminal_(isatty(STDOUT_FILENO) != 0),
-      is_error_terminal_(isatty(STDERR_FILENO) != 0),
-      is_same_file_(is_same_file(STDOUT_FILENO, STDERR_FILENO))
+Output::Output() : is_terminal_(isatty(STDOUT_FILENO) != 0) {}
+
+const Output::ErrorFile &Output::error_file()
 {
+    if (!error_file_)
+        error_file_ = {.is_terminal = isatty(STDERR_FILENO) != 0,
+                       .is_standard_output = is_same_file(STDOUT_FILENO, STDERR_FILENO)};
+    return *error_file_;
 }
 
 void Output::ended_record()
@@ -36,9 +39,9 @@ void Output::ended_record()
 
 void Output::refuse(std::string_view place, std::string_view message)
 {
-    std::string &text = is_same_file_ ? results_ : refusals_;
+    std::string &text = error_file().is_standard_output ? results_ : refusals_;
     text += place;
-    if (is_error_terminal_)
+    if (error_file().is_terminal)
         text += for_terminal(message);
     else
         text += message;

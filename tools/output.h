@@ -2,6 +2,7 @@
 #ifndef ORVEX_TOOLS_OUTPUT_H
 #define ORVEX_TOOLS_OUTPUT_H
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,7 +13,7 @@ class Output {
     Output();
 
     [[nodiscard]] bool is_terminal() const { return is_terminal_; }
-    [[nodiscard]] bool is_error_terminal() const { return is_error_terminal_; }
+    [[nodiscard]] bool is_error_terminal() { return error_file().is_terminal; }
 
     // Where results are appended; call `ended_record` after each.
     std::string &results() { return results_; }
@@ -32,11 +33,17 @@ class Output {
     int finish(int status);
 
    private:
+    struct ErrorFile {
+        bool is_terminal;
+        bool is_standard_output;  // both are the same file
+    };
+
+    // What standard error is, asked at the first refusal: most runs of the program have none.
+    const ErrorFile &error_file();
     void write(int file, std::string &text);
 
     bool is_terminal_;
-    bool is_error_terminal_;
-    bool is_same_file_;
+    std::optional<ErrorFile> error_file_;
     bool is_open_ = true;
     int error_ = 0;  // errno of a failed write to standard output
     std::string results_;
