@@ -13,7 +13,7 @@
 namespace orvex {
 namespace {
 
-constexpr size_t longest_text = 60;
+constexpr size_t too_long = 61;
 constexpr size_t spare_size = 21;
 constexpr size_t least_nsap = 8;
 constexpr size_t most_nsap = 20;
@@ -26,9 +26,9 @@ struct Reading {
     const char *noun;
     uint8_t *bytes;
     size_t capacity;
-    size_t count;    // bytes that were read
-    size_t nibbles;  // and their digits
     ErrorText error;
+    size_t count{};    // bytes that were read
+    size_t nibbles{};  // and their digits
 };
 
 int refuse_character(const Reading &reading)
@@ -61,7 +61,7 @@ int read_bytes(const char *&at, Reading &reading)
     }
     if (*at != '\0' && *at != '/') return refuse_character(reading);
     // Without the test, g++ 12 clears these few bytes with "rep stos", which is slow.
-    if (count < reading.capacity) std::memset(reading.bytes + count, 0, reading.capacity - count);
+    if (count != reading.capacity) std::memset(reading.bytes + count, 0, reading.capacity - count);
     reading.count = count;
     reading.nibbles = nibbles;
     return 0;
@@ -133,7 +133,7 @@ int parse_is_iso_addr(const char *text)
     size_t dots = 0;
     size_t slashes = 0;
     const char *at = text;
-    uint32_t group = 0;
+    uint32_t group{};
     while (read_hex_digits<4>(at, group) || *at == '.' || *at == '/') {
         if (*at == '.') [[likely]] {
             ++dots;
@@ -157,8 +157,6 @@ int parse_iso_addr(const char *text, uint32_t flags, uint8_t *bytes, uint8_t *co
     Reading reading{.noun = is_nsap ? "ISO NSAP" : "ISO prefix",
                     .bytes = spare.data(),
                     .capacity = spare.size(),
-                    .count = 0,
-                    .nibbles = 0,
                     .error = {errbuf, errlen}};
     if (pfxseen != nullptr) *pfxseen = 0;
     if (*text == '\0') return refuse(reading.error, not_this_form, "Invalid %s", reading.noun);
@@ -168,7 +166,7 @@ int parse_iso_addr(const char *text, uint32_t flags, uint8_t *bytes, uint8_t *co
         reading.bytes = bytes;
         reading.capacity = *count;
     }
-    if (strnlen(text, longest_text + 1) > longest_text)
+    if (strnlen(text, too_long) == too_long)
         return refuse(reading.error, not_this_form, "Invalid %s --- too long", reading.noun);
     const char *at = text;
     if (const int result = read_bytes(at, reading); result != 0) return result;

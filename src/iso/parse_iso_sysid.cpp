@@ -45,7 +45,7 @@ int read_group(const char *&at, uint32_t &value, ErrorText error)
 int read_groups(const char *at, uint8_t *sysid, ErrorText error)
 {
     for (uint8_t *group = sysid;; group += group_size, ++at) {
-        uint32_t value = 0;
+        uint32_t value{};
         if (const int result = read_group(at, value, error); result != 0) return result;
         store_be16(group, value);
         const bool is_third = group == sysid + 2 * group_size;
@@ -61,7 +61,7 @@ int read_groups(const char *at, uint8_t *sysid, ErrorText error)
 int parse_is_iso_sysid(const char *text)
 {
     using namespace orvex;
-    uint32_t group = 0;
+    uint32_t group{};
     const char *at = text;
     if (!read_hex_digits<4>(at, group) || *at++ != '.') return 0;
     if (!read_hex_digits<4>(at, group) || *at++ != '.') return 0;

@@ -70,7 +70,7 @@ uint64_t write_bytes(char *buf, size_t buflen, const uint8_t *bytes, char delimi
         char *const end = put(element.data(), bytes[i]);
         *end = i + 1 < count ? delimiter : '\0';
         for (const char *at = element.data(); at <= end; ++at, ++length)
-            if (length + 1 < buflen) buf[length] = *at;
+            if (length < buflen) buf[length] = *at;
     }
     if (buflen > 0) buf[std::min<uint64_t>(length, buflen - 1)] = '\0';
     return length;
@@ -86,7 +86,7 @@ int parse_delim_dec_addr(const char *text, uint8_t *bytes, char *errbuf, size_t 
     if (count == 0) return no_bytes;
     uint32_t stored = 0;
     const int result = read_decimal_groups(text, bytes, count, stored, {errbuf, errlen});
-    if (stored < count) std::memset(bytes + stored, 0, count - stored);
+    if (stored != count) std::memset(bytes + stored, 0, count - stored);
     return result;
 }
 
@@ -98,7 +98,7 @@ int parse_delim_hex_addr(const char *text, uint8_t *bytes, char *errbuf, size_t 
     if (count == 0) return no_bytes;
     const char *at = text;
     const uint32_t stored = read_hex_bytes(at, bytes, count);
-    if (stored < count) {
+    if (stored != count) {
         std::memset(bytes + stored, 0, count - stored);
         if (*at == '\0') return refuse(error, not_this_form, "Incomplete delimited address");
         return refuse(error, not_this_form, "Invalid character '%c'", *at);

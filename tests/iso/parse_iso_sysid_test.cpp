@@ -39,6 +39,7 @@ TEST(ParseIsoSysid, GroupsAndRefusals)
         check({.texts = {"1.2.f", "0x1. +2.0XF", "-ffffffff.2.f", "00001.02.00f"},
                .size = size,
                .sysid = "00010002000f"});
+    check({.texts = {"ffff.0.0", "0ffff.0.0"}, .sysid = "ffff00000000"});
     check({.texts = {"1921.6800.1001."}, .size = 5, .result = -1, .message = "Passed sysid string too large"});
     for (const int size : {1, 5}) check({.texts = {"1.2.3", "x"}, .size = size, .result = -1, .message = too_small});
     check({.texts = {"", ".1.1", "x.1.1"}, .result = -1, .message = invalid});
