@@ -15,8 +15,7 @@ namespace {
 constexpr int bits_before_last_group = 112;
 constexpr unsigned groups_before_tail = 0x3f;  // as zero_groups counts them
 
-// An address, "/", three digits and the terminator
-constexpr size_t longest = longest_ipv6_text + 5;
+constexpr size_t longest = sizeof "2001:0db8:0000:0000:0000:0000:0000:0001/128";
 
 // An IPv4-compatible address, but for :: and ::1, or an IPv4-mapped one.
 bool has_ipv4_tail(const uint8_t *address)
