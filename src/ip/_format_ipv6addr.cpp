@@ -13,6 +13,7 @@
 namespace orvex {
 namespace {
 
+// No compressed text is longer than a fixed-width one.
 constexpr size_t fixed_width_room = sizeof "2001:0db8:0000:0000:0000:0000:0000:0001";
 constexpr size_t fixed_width_mask_room = sizeof "/0000:0000:0000:0000:0000:0000:0000:0000";
 constexpr size_t prefix_room = sizeof "/4294967295";
@@ -58,9 +59,9 @@ size_t format_fixed_width(const Ipv6Value &value, char *buf, size_t buflen)
 // Returns the length of what it wrote.
 size_t write_whole_ipv6(char *buf, size_t buflen, const uint8_t *address)
 {
-    if (buflen > longest_ipv6_text) [[likely]]
+    std::array<char, fixed_width_room> text;
+    if (buflen >= text.size()) [[likely]]
         return static_cast<size_t>(put_ipv6(buf, address) - buf);
-    std::array<char, longest_ipv6_text + 1> text;
     auto length = static_cast<size_t>(put_ipv6(text.data(), address) - text.data());
     if (length >= buflen) length = 0;
     std::memcpy(buf, text.data(), length);
