@@ -21,7 +21,7 @@ struct Family {
     uint32_t base;  // the family whose texts and class rules it has
 };
 
-constexpr std::array<Family, 9> families = {{
+constexpr auto families = std::to_array<Family>({
     {PARSE_AF_INET, PARSE_AF_INET},
     {PARSE_AF_INET6, PARSE_AF_INET6},
     {PARSE_AF_INET_73, PARSE_AF_INET},
@@ -31,7 +31,7 @@ constexpr std::array<Family, 9> families = {{
     {PARSE_AF_INET6_131, PARSE_AF_INET6},
     {PARSE_AF_INET_139, PARSE_AF_INET},
     {PARSE_AF_INET6_141, PARSE_AF_INET6},
-}};
+});
 
 // The base family of a code, 0 for an unsupported one.
 uint32_t base_family(uint32_t code)
@@ -44,9 +44,9 @@ uint32_t base_family(uint32_t code)
 // ---- Address classes ----
 
 // The classes of fe00::/8, by the top two bits of the second byte.
-constexpr std::array<uint8_t, 4> fe00_types = {IPV6_ADDRESS_TYPE_OTHER, IPV6_ADDRESS_TYPE_OTHER,
-                                               IPV6_ADDRESS_TYPE_LINK_LOCAL,
-                                               IPV6_ADDRESS_TYPE_SITE_LOCAL};
+constexpr auto fe00_types =
+    std::to_array<uint8_t>({IPV6_ADDRESS_TYPE_OTHER, IPV6_ADDRESS_TYPE_OTHER,
+                            IPV6_ADDRESS_TYPE_LINK_LOCAL, IPV6_ADDRESS_TYPE_SITE_LOCAL});
 
 int ipv6_type(const uint8_t *address)
 {
