@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -32,9 +33,8 @@ int read_suffix(AddressRequest &request, const char *suffix)
 
 bool masked_bits_are_zero(const uint8_t *address, const uint8_t *mask)
 {
-    for (size_t byte = 0; byte < ipv6_size; ++byte)
-        if ((address[byte] & ~mask[byte]) != 0) return false;
-    return true;
+    return std::equal(address, address + ipv6_size, mask,
+                      [](uint8_t byte, uint8_t mask_byte) { return (byte & ~mask_byte) == 0; });
 }
 
 int check_host_bits(const AddressRequest &request)
