@@ -25,7 +25,7 @@ struct AddressRequest {
     ErrorText error;
     int pfxseen = 0;
     int maskseen = 0;
-    uint32_t pfxlen = 0;
+    uint32_t pfxlen{};
 
     [[nodiscard]] bool has(uint32_t flag) const { return (flags & flag) != 0; }
 };
@@ -70,17 +70,17 @@ inline std::string_view address_text(const AddressRequest &request)
 // Converts an unsigned number. A text that begins with "-" converts nothing.
 inline Conversion<uint32_t> convert_unsigned(const char *text, Base base)
 {
-    if (!is_digit(*text) && !is_space(*text) && *text != '+') return {0, text, false};
+    if (!is_digit(*text) && !is_space(*text) && *text != '+') return {0, text, {}};
     return convert<uint32_t>(text, base);
 }
 
 // Converts the number of a prefix length, or the first one of a mask, which `mask_mark` follows.
 inline Conversion<uint32_t> convert_suffix(const char *suffix, Base base, char mask_mark)
 {
-    uint32_t number = 0;
+    uint32_t number{};
     const char *end = suffix;
     if (read_octet<LeadingZeros::refused>(end, number) && (*end == '\0' || *end == mask_mark))
-        return {number, end, false};
+        return {number, end, {}};
     return convert_unsigned(suffix, base);
 }
 
