@@ -64,7 +64,7 @@ int read_hexadecimal(const BytesText &text, const char *&at, uint8_t *bytes)
 {
     const auto number = convert<uint32_t>(at, Base::hexadecimal);
     // All ones may be what an overflow saturates to: they count in their shortest spelling only.
-    const bool is_shortest = text.whole.size() == std::strlen("0xffffffff");
+    const bool is_shortest = text.from(at + 2).size() == 2 * sizeof number.value;
     // "0x", "0x0ffffffff", "0x100000000"
     if (!is_hex_digit(at[2]) || (number.value == UINT32_MAX && !is_shortest))
         return refuse_whole(text, not_this_form, "invalid hexadecimal ");
