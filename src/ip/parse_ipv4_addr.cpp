@@ -103,7 +103,7 @@ int result_of_large_group(const BytesText &text, const char *at)
 int read_group(const BytesText &text, const char *&at, uint8_t &byte)
 {
     const char *const start = at;
-    uint32_t octet = 0;
+    uint32_t octet{};
     if (read_octet<LeadingZeros::allowed>(at, octet) && !is_digit(*at)) {
         byte = static_cast<uint8_t>(octet);
         return 0;
@@ -159,7 +159,7 @@ inline bool read_whole_quad(const AddressRequest &request, const char *&at, uint
 {
     const bool is_mask = at != request.str;
     const char *end = at;
-    uint32_t quad = 0;
+    uint32_t quad{};
     if (!read_dotted_quad<LeadingZeros::allowed>(end, quad)) return false;
     if (is_mask ? *end != '\0' : !ends_address(request, end)) return false;
     store_be32(bytes, quad);
@@ -203,7 +203,7 @@ int read_suffix(AddressRequest &request, const char *suffix)
 }
 
 struct DottedQuad {
-    std::array<char, 16> text;
+    std::array<char, sizeof "255.255.255.255"> text;
 
     explicit DottedQuad(uint32_t value)
     {
