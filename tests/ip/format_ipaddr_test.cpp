@@ -40,7 +40,7 @@ TEST(FormatIpaddr, FormsInEverySize)
                 {{.address = "10.0.0.1", .pfxseen = 1, .maskseen = 1, .mask = multicast, .expected = "any-multicast"}});
 }
 
-TEST(FormatIpaddr, RefusesOtherFamiliesAndMissingBuffers)
+TEST(FormatIpaddr, RefusesOtherFamiliesAndNullPointers)
 {
     const orvex_test::Bytes address(16);
     for (const int family : {0, 1, 10, 73, -2}) {
@@ -54,6 +54,9 @@ TEST(FormatIpaddr, RefusesOtherFamiliesAndMissingBuffers)
         errno = 0;
         EXPECT_EQ(format_ipaddr(family, address.data(), 0, 0, 0, 0, nullptr, nullptr, 20), 0U);
         EXPECT_EQ(errno, ENOSPC);
+        char text[20];
+        EXPECT_EQ(format_ipaddr(family, nullptr, 0, 0, 0, 0, nullptr, text, sizeof text), 0U);
+        EXPECT_EQ(errno, EINVAL);
     }
 }
 
