@@ -35,14 +35,12 @@ class MapInput {
     size_t read(char *buf, size_t size)
     {
         if (stream_ != nullptr) return std::fread(buf, 1, size, stream_);
-        ssize_t count = 0;
-        do count = ::read(file_, buf, size);
-        while (count < 0 && errno == EINTR);
+        const ssize_t count = TEMP_FAILURE_RETRY(::read(file_, buf, size));
         return static_cast<size_t>(std::max<ssize_t>(count, 0));
     }
 
    private:
-    int file_ = -1;
+    int file_{};
     FILE *stream_ = nullptr;
 };
 
@@ -50,7 +48,7 @@ class MapInput {
 template <size_t limit>
 struct Word {
     std::array<char, limit> text;
-    size_t length = 0;
+    size_t length{};
 
     void append(const char *at, size_t count)
     {
@@ -64,20 +62,26 @@ struct Word {
 // Reads the map chunk by chunk. A line end after each chunk stops the inner loops.
 class MapReader {
    public:
-    explicit MapReader(MapInput input) : input_(input) { chunk_[0] = '\n'; }
+    explicit MapReader(MapInput input) : input_(input) { refill(); }
 
     // At the start of a line: moves past the lines of the chunk that do not contain `text`.
     void skip_lines_without(std::string_view text)
     {
-        const auto *const last =
-            static_cast<const char *>(memrchr(at_, '\n', static_cast<size_t>(end_ - at_)));
-        if (last == nullptr) return;
         const auto *const hit = static_cast<const char *>(
-            memmem(at_, static_cast<size_t>(last - at_), text.data(), text.size()));
-        const char *const from = hit != nullptr ? hit : last + 1;
+            memmem(at_, static_cast<size_t>(end_ - at_), text.data(), text.size()));
+        const char *const from = hit != nullptr ? hit : end_;
         const auto *const line_end =
             static_cast<const char *>(memrchr(at_, '\n', static_cast<size_t>(from - at_)));
         if (line_end != nullptr) at_ = line_end + 1;
+    }
+
+    // Moves to the next word of the line; false when there is none.
+    bool skip_blanks()
+    {
+        do {
+            while (*at_ != '\n' && is_space(*at_)) ++at_;
+        } while (at_ == end_ && refill());
+        return *at_ != '\n';
     }
 
     // Reads a word of the line into `word`; false when the line or the map ends before it.
@@ -99,7 +103,7 @@ class MapReader {
     {
         for (;;) {
             at_ = static_cast<const char *>(
-                std::memchr(at_, '\n', static_cast<size_t>(end_ - at_) + 1));
+                std::memchr(at_, '\n', static_cast<size_t>(chunk_.end() - at_)));
             if (at_ != end_) break;
             if (!refill()) return false;
         }
@@ -108,28 +112,19 @@ class MapReader {
     }
 
    private:
-    // Moves to the next word of the line; false when there is none.
-    bool skip_blanks()
-    {
-        do {
-            while (*at_ != '\n' && is_space(*at_)) ++at_;
-        } while (at_ == end_ && refill());
-        return *at_ != '\n';
-    }
-
     bool refill()
     {
         const size_t count = input_.read(chunk_.data(), chunk_size);
         at_ = chunk_.data();
         end_ = at_ + count;
         chunk_[count] = '\n';
-        return count > 0;
+        return at_ != end_;
     }
 
     MapInput input_;
     std::array<char, chunk_size + 1> chunk_;
-    const char *at_ = chunk_.data();
-    const char *end_ = chunk_.data();
+    const char *at_;
+    const char *end_;
 };
 
 bool find_alias(MapInput input, std::string_view alias, char *dest, size_t dest_size)
@@ -137,11 +132,10 @@ bool find_alias(MapInput input, std::string_view alias, char *dest, size_t dest_
     MapReader reader(input);
     Word<longest_interface_name> name;
     Word<longest_alias> candidate;
-    Word<1> third;
     do {
         reader.skip_lines_without(alias);
         const bool complete =
-            reader.read_word(name) && reader.read_word(candidate) && reader.read_word(third);
+            reader.read_word(name) && reader.read_word(candidate) && reader.skip_blanks();
         if (!complete || candidate.view() != alias) continue;
         copy_cut(dest, dest_size, name.text.data(), name.length);
         return true;
@@ -149,18 +143,18 @@ bool find_alias(MapInput input, std::string_view alias, char *dest, size_t dest_
     return false;
 }
 
-// Opens a map, or returns -1. Nothing but a regular file is one: opening must not wait for a
-// writer, nor make a terminal the process's own.
+// Opens what may be a map: opening must not wait for a writer, nor make a terminal the process's
+// own. Negative when it cannot be opened.
 int open_map(const char *path)
 {
-    int file = -1;
-    do file = ::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    while (file < 0 && errno == EINTR);
-    if (file < 0) return file;
+    constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    return static_cast<int>(TEMP_FAILURE_RETRY(::open(path, flags)));
+}
+
+bool is_regular(int file)
+{
     struct stat status;
-    if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) return file;
-    ::close(file);
-    return -1;
+    return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
 }
 
 bool find_alias_in_stream(FILE *stream, std::string_view alias, char *dest, size_t dest_size)
@@ -178,7 +172,8 @@ bool find_alias_in_file(const char *path, std::string_view alias, char *dest, si
 {
     const int saved = errno;
     const int file = open_map(path);
-    const bool found = file >= 0 && find_alias(MapInput(file), alias, dest, dest_size);
+    const bool found =
+        file >= 0 && is_regular(file) && find_alias(MapInput(file), alias, dest, dest_size);
     if (file >= 0) ::close(file);
     errno = saved;
     return found;

@@ -13,6 +13,8 @@ namespace {
 
 using orvex_test::Guarded;
 
+const char *opened_path = "";  // by the library, last
+
 // "1 NAME", or "0" with the destination untouched, as a look-up leaves it.
 template <typename Find>
 std::string found_by(const Find &find, size_t size = IFALIAS_NAME_BUFSIZE)
@@ -51,6 +53,13 @@ void write_map(int file)
 }
 
 }  // namespace
+
+// Takes the place of the C library's, which the library calls for large files.
+int open64(const char *path, int flags, ...)
+{
+    opened_path = path;
+    return openat64(AT_FDCWD, path, flags, 0600);
+}
 
 TEST(FindAliasInFile, ReadsRegularFilesOnly)
 {
@@ -109,7 +118,22 @@ TEST(IfaliasToIfl, ReadsLinesOfThreeWords)
     EXPECT_EQ(look_up(map, "uplink", 1), "1 ");
     EXPECT_EQ(look_up(map, "uplink", 0), "1");
     char dest[8];
+    ifalias_to_ifl("uplink", dest, sizeof dest, 0, nullptr);
+    EXPECT_STREQ(opened_path, "/var/etc/if_alias_map");
     EXPECT_EQ(ifalias_to_ifl("uplink", dest, sizeof dest, 1, nullptr), 0);
+    EXPECT_STREQ(opened_path, "/var/etc/if_alias_map+");
+}
+
+TEST(IfaliasToIfl, ReadsAStreamThatCannotBeRewound)
+{
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    write_map(ends[1]);
+    close(ends[1]);
+    FILE *const stream = fdopen(ends[0], "r");
+    EXPECT_EQ(found_by([&](char *dest, size_t size) { return ifalias_to_ifl("uplink", dest, size, 0, stream); }),
+              "1 eth-0/0/0.0");
+    std::fclose(stream);
 }
 
 // Lines and words that lie across the ends of what is read at a time.
