@@ -22,22 +22,20 @@ constexpr bool is_alias_punctuation(char character)
 }
 static_assert(is_alias_punctuation('-') && is_alias_punctuation('.') && is_alias_punctuation('/'));
 
-// What a character is to an alias, after its first letter; 0 when it has no place there.
-constexpr uint8_t allowed = 1;
+// What a character is to an alias, after its first letter.
+constexpr uint8_t dash = 1;
 constexpr uint8_t colon = 2;
-constexpr uint8_t dash = 4;
-constexpr uint8_t not_ascii = 8;  // what the locale makes of it
+constexpr uint8_t no_place = 4;  // but the locale may have a letter or digit that is not ASCII
 
 constexpr std::array<uint8_t, 256> character_kinds = [] {
     std::array<uint8_t, 256> kinds{};
-    for (size_t i = 0; i < 128; ++i) {
+    for (size_t i = 0; i < kinds.size(); ++i) {
         const char character = static_cast<char>(i);
-        if (is_ascii_letter(character) || is_digit(character) || is_alias_punctuation(character))
-            kinds[i] = allowed;
+        if (!is_ascii_letter(character) && !is_digit(character) && !is_alias_punctuation(character))
+            kinds[i] = no_place;
     }
-    for (size_t i = 128; i < kinds.size(); ++i) kinds[i] = not_ascii;
-    kinds[':'] |= colon;
-    kinds['-'] |= dash;
+    kinds[':'] = colon;
+    kinds['-'] = dash;
     return kinds;
 }();
 
@@ -52,16 +50,13 @@ AliasText read_alias(const char *text)
     if (!is_letter(*text)) return {};
     size_t length = 1;
     uint8_t kinds = 0;
-    for (; length <= longest_alias; ++length) {
+    for (; length < longest_alias; ++length) {
         const uint8_t kind = character_kinds[static_cast<unsigned char>(text[length])];
-        if (kind == 0) break;
+        if (kind == no_place && (is_ascii(text[length]) || !is_letter_or_digit(text[length])))
+            break;
         kinds |= kind;
     }
-    if (text[length] != '\0' || length < shortest_alias || length > longest_alias) return {};
-    const auto is_in_locale = [](char character) {
-        return is_ascii(character) || is_letter_or_digit(character);
-    };
-    if ((kinds & not_ascii) != 0 && !std::all_of(text, text + length, is_in_locale)) return {};
+    if (text[length] != '\0' || length < shortest_alias) return {};
     return {length, kinds};
 }
 

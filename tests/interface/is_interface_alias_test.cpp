@@ -23,12 +23,12 @@ TEST(IsInterfaceAlias, TellsAliasesFromNamesAddressesAndWords)
 {
     const std::string longest = "x" + std::string(127, '9');
     using Texts = std::vector<std::string>;
-    for (const std::string &text : Texts{"uplink-to-core", "eth-uplink", "eth-up/x", "eth-10", "ether-", "z_.:/-Z",
-                                         "fe80::g", "localhost1", "bigeth0", "aB012", longest})
+    for (const std::string &text : Texts{"uplink-to-core", "eth-uplink", "eth-u/x", "eth-10", "ether-", "z_.:/-Z",
+                                         "fe80::g", "fe80::1/64", "localhost1", "bigeth0", "aB012", longest})
         EXPECT_EQ(is_alias(text), 1) << text;
-    for (const std::string &text :
-         Texts{"", "abcd", longest + "9", "1abcde", "-abcde", "ab[1]c", "ab cde", "fe80::1", "abcd:ef01:1:2:3:4:5:6",
-               "localhost", "access-ports", "xstp-disabled", "eth-0/0/0", "irb.10", "demux0", "ABCDE", "upl\xefnk"})
+    for (const std::string &text : Texts{"", "abcd", longest + "9", "1abcde", "-abcde", "a[1]bc", "ab cde", "fe80::1",
+                                         "abcd:ef01:1:2:3:4:5:6", "localhost", "access-ports", "xstp-disabled",
+                                         "eth-0/0/0", "irb.10", "demux0", "ABCDE", "AB:CD", "upl\xefnk"})
         EXPECT_EQ(is_alias(text), 0) << text;
     EXPECT_EQ(is_interface_alias(&"a9ABCDE"[2]), 0) << "what comes before the text counts";
     orvex_test::Profile profile;
