@@ -45,12 +45,12 @@ size_t type_length(const char *name, bool &has_dash)
 
 struct Type {
     const interface_info *entry = nullptr;  // stays null for the name "all"
-    size_t length = 0;
+    size_t length{};
 };
 
 int find_type(const NameParse &parse, Type &type)
 {
-    bool has_dash = false;
+    bool has_dash{};
     type.length = type_length(parse.name, has_dash);
     if (!has_dash && parse.has(PARSE_IF_RANGES))
         return refuse(parse.error, not_this_form, "invalid interface name in %s", parse.name);
@@ -213,9 +213,7 @@ int check_numbers(const NameParse &parse)
 {
     const parsed_interface &record = parse.record;
     if (parse.has(PARSE_IF_MGMT)) {
-        const bool has_channel =
-            !parse.has(PARSE_IF_CHANNELS) && record.channels[0] != IF_FIELD_ABSENT;
-        if (!has_pic_or_port(record) && !has_channel) return ok;
+        if (!has_pic_or_port(record)) return ok;
         return refuse(parse.error, rule_broken,
                       "pic, port, or channel are invalid for management interfaces: %s",
                       parse.name);
