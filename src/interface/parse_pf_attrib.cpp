@@ -31,14 +31,14 @@ bool read_attribute(const char *key, AttributeBuffer &buffer)
 {
     void *attrib_buf = buffer.data();
     int32_t status = 0;
-    int32_t answer = 0;
-    std::array<platform_hook_arg, 5> args = {{
+    int32_t answer{};
+    auto args = std::to_array<platform_hook_arg>({
         {arg_text, "key_name", address_of(key), 0},
         {arg_address, "attrib_buf", address_of(&attrib_buf), 0},
         {arg_integer, "attrib_size", sizeof buffer, 0},
         {arg_address, "ret", address_of(&status), 0},
         {},
-    }};
+    });
     return platform_hook_call("ui_hook_pvidb_get_value", args.data(), &answer) == 0 && status == 0;
 }
 
