@@ -138,6 +138,20 @@ TEST(ParseInterface, NumbersConvertAsOnTheTarget)
                               {"eth-**", "-1 invalid trailing input '*' for 'eth-**'"}});
 }
 
+TEST(ParseInterface, OtherTypes)
+{
+    const std::string longest(59, 'z');
+    const std::string cut = longest + 'z';
+    Profile profile;
+    profile.catalogue = {{"aex", profile.type("rlsq"), 0},
+                         {"vcpx", profile.type("vcp"), 0},
+                         {longest.c_str(), profile.type("irb"), 0},
+                         {cut.c_str(), profile.type("irb"), 0}};
+    profile.install();
+    check(0, {{"aex4091", "aex 4091//"}, {"vcpx-255", "vcpx 255//"}});
+    for (const std::string &name : {longest, cut}) EXPECT_EQ(outcome(name), longest + " //");
+}
+
 TEST(ParseInterface, Ranges)
 {
     Profile profile;
@@ -226,14 +240,16 @@ TEST(ParseInterface, AsksThePlatformWhatItIs)
     EXPECT_EQ(products_with("vlan.5", "vlan //.5"), " 0-399");
 
     profile.type("eth").product_mask = 1 << 5;
+    profile.type("vcp").product_mask = 1 << 0;  // a product without a record counts as 0
     profile.product_id = 64 + 5;
-    for (const auto &[record, expected] :
-         {std::pair{ORVEX_PRODUCT_BY_POINTER, "eth 0//"},
-          {ORVEX_PRODUCT_BY_CALL, "eth 0//"},
-          {ORVEX_PRODUCT_NONE, "-2 product does not support interface type in 'eth-0'"}}) {
+    for (const auto &[record, name, expected] :
+         {std::tuple{ORVEX_PRODUCT_BY_POINTER, "eth-0", "eth 0//"},
+          {ORVEX_PRODUCT_BY_CALL, "eth-0", "eth 0//"},
+          {ORVEX_PRODUCT_NONE, "eth-0", "-2 product does not support interface type in 'eth-0'"},
+          {ORVEX_PRODUCT_NONE, "vcp-0", "vcp 0//"}}) {
         profile.product_record = record;
         profile.install();
-        check(0, {{"eth-0", expected}});
+        check(0, {{name, expected}});
     }
 }
 
@@ -316,12 +332,13 @@ TEST(ParseInterface, ChassisPrefix)
     };
     EXPECT_EQ(strip("lcc0:eth-0/0/0", 200), "lcc0:eth-0/0/0||0");
     EXPECT_EQ(strip("node1:mgmt-0", 200), "mgmt-0|node1|5");
+    EXPECT_EQ(strip("a::mgmt-0", 200), ":mgmt-0|a|1");
     check(0, {{"node1:mgmt-0", "mgmt 0//"}, {"lcc0:eth-0/0/0", "-1 invalid interface type in 'lcc0:eth-0/0/0'"}});
     profile.is_multi_chassis_root = 1;
     profile.install();
     EXPECT_EQ(strip("lcc0:eth-0/0/0", 5), "eth-0/0/0|lcc0|4");
     EXPECT_EQ(strip("lcc0:eth-0/0/0", 4), "buf_size '4' is not enough for '4' long chassis name|");
-    EXPECT_EQ(strip("lcc0:lo0", 200), "lcc0:lo0||0");
+    EXPECT_EQ(strip("lcc0:lo0", 1), "lcc0:lo0||0");
     EXPECT_EQ(strip(":eth-0/0/0", 1), ":eth-0/0/0||0");
     EXPECT_EQ(strip(":eth-0/0/0", 0), "buf_size '0' is not enough for '0' long chassis name|");
     EXPECT_EQ(strip("a_9-B:x:-", 200), "x:-|a_9-B|5");
