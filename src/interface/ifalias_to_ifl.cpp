@@ -35,12 +35,14 @@ class MapInput {
     size_t read(char *buf, size_t size)
     {
         if (stream_ != nullptr) return std::fread(buf, 1, size, stream_);
-        const ssize_t count = TEMP_FAILURE_RETRY(::read(file_, buf, size));
+        ssize_t count{};
+        do count = ::read(file_, buf, size);
+        while (count < 0 && errno == EINTR);
         return static_cast<size_t>(std::max<ssize_t>(count, 0));
     }
 
    private:
-    int file_{};
+    int file_ = -1;
     FILE *stream_ = nullptr;
 };
 
@@ -147,8 +149,10 @@ bool find_alias(MapInput input, std::string_view alias, char *dest, size_t dest_
 // own. Negative when it cannot be opened.
 int open_map(const char *path)
 {
-    constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    return static_cast<int>(TEMP_FAILURE_RETRY(::open(path, flags)));
+    int file{};
+    do file = ::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    while (file < 0 && errno == EINTR);
+    return file;
 }
 
 bool is_regular(int file)

@@ -213,6 +213,7 @@ int check_numbers(const NameParse &parse)
 {
     const parsed_interface &record = parse.record;
     if (parse.has(PARSE_IF_MGMT)) {
+        // A channel was refused where it was read.
         if (!has_pic_or_port(record)) return ok;
         return refuse(parse.error, rule_broken,
                       "pic, port, or channel are invalid for management interfaces: %s",
