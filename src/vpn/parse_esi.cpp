@@ -18,7 +18,7 @@ constexpr size_t longest_text = 3 * esi_size;
 
 using Esi = std::array<uint8_t, esi_size>;
 
-constexpr size_t no_gap = esi_size + 1;
+constexpr size_t no_gap = SIZE_MAX;
 
 // The message of a check that fails, or null.
 using Refusal = const char *;
@@ -70,7 +70,7 @@ Refusal read_esi(const char *at, Esi &esi)
     // ":1"
     if (*at == ':' && *++at != ':') return unexpected_colon;
     while (*at != '\0') {
-        uint32_t octet = 0;
+        uint32_t octet{};
         if (!read_hex_digits<2>(at, octet)) {
             const Refusal refusal = read_gap(at, count, gap);
             if (refusal != nullptr) return refusal;
@@ -123,10 +123,8 @@ int format_esi(char *buf, size_t buflen, const uint8_t *esi)
 {
     using namespace orvex;
     const size_t length = write_text<longest_text>(buf, buflen, [esi](char *at) {
-        for (size_t i = 0; i < esi_size; ++i) {
-            at = put_hex_byte(at, esi[i]);
-            *at++ = ':';
-        }
+        char *const end = at + longest_text;
+        for (const uint8_t *octet = esi; at != end; *at++ = ':') at = put_hex_byte(at, *octet++);
         *--at = '\0';
         return at;
     });
