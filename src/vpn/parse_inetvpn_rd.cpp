@@ -37,19 +37,20 @@ struct Administrator {
 [[gnu::noinline]] uint32_t convert_digits(const char *at, const char *end)
 {
     uint64_t value = 0;
-    for (; at != end && value <= UINT32_MAX; ++at) value = value * 10 + decimal_value(*at);
-    return static_cast<uint32_t>(std::min(value, uint64_t{UINT32_MAX}));
+    for (; at != end; ++at) value = std::min(value * 10 + decimal_value(*at), uint64_t{UINT32_MAX});
+    return static_cast<uint32_t>(value);
 }
 
 // Reads decimal digits and moves `at` past them. Returns the number, 0 without a digit.
 uint32_t read_decimal(const char *&at, Work work)
 {
     const char *const first = at;
+    const ptrdiff_t room = work.most - (first - work.text);
     const uint64_t value = read_wrapping_digits<10>(at);
-    const bool is_past_end = at - work.text > work.most;
-    if (!is_past_end && at - first <= most_digits<10> && value <= UINT32_MAX) [[likely]]
-        return static_cast<uint32_t>(value);
-    if (is_past_end) at = work.text + work.most;
+    const auto narrow = static_cast<uint32_t>(value);
+    if (at - first <= std::min(room, most_digits<10>) && narrow == value) [[likely]]
+        return narrow;
+    at = first + std::min(room, at - first);
     return convert_digits(first, at);
 }
 
@@ -62,10 +63,12 @@ Administrator read_administrator(const char *&at, Work work)
 
     bool is_as = at != work.text;
     if (*at == '.') {
-        const char *const low = at + 1;
-        at = work.text;
-        if (read_dotted_quad(at, value) && *at == ':') return {type_ipv4, value, true};
-        at = low;
+        const char *quad_end = work.text;
+        if (read_dotted_quad(quad_end, value) && *quad_end == ':') {
+            at = quad_end;
+            return {type_ipv4, value, true};
+        }
+        const char *const low = ++at;
         value = value << 16 | read_decimal(at, work);
         is_as = at != low;
     }
