@@ -1,7 +1,6 @@
 #include <orvex/parse.h>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <string_view>
 
@@ -29,7 +28,8 @@ constexpr uint32_t most_bits = 183;
 
 // The "::" of a text, but for one at its very start.
 struct Separators {
-    std::array<const char *, 2> first{};
+    const char *first = nullptr;
+    const char *second = nullptr;
     size_t count = 0;
     const char *text_end = nullptr;
 };
@@ -38,7 +38,7 @@ struct Separators {
 // of them.
 const char *find_separator(const char *at, const char *end)
 {
-    for (const char *const last = end - 1; at < last; at += 2) {
+    for (; at < end; at += 2) {
         if (at[1] != ':') continue;
         if (at[0] == ':') return at;
         if (at[2] == ':') return at + 1;
@@ -53,7 +53,8 @@ Separators find_separators(const char *text)
     const char *const end = text + std::strlen(text);
     const char *at = text == end ? end : find_separator(text + 1, end);
     for (; at != end; at = find_separator(at + 2, end)) {
-        if (separators.count < separators.first.size()) separators.first[separators.count] = at;
+        if (separators.count == 0) separators.first = at;
+        if (separators.count == 1) separators.second = at;
         ++separators.count;
     }
     separators.text_end = end;
@@ -77,13 +78,13 @@ constexpr uint64_t no_number = UINT64_MAX;
 }
 
 // As convert_all; an octet without leading zeros is read here.
-uint64_t read_number(std::string_view text, Base base)
+uint64_t read_number(const char *first, const char *end, Base base)
 {
-    const char *at = text.data();
-    uint32_t octet = 0;
-    if (read_octet<LeadingZeros::refused>(at, octet) && at == text.data() + text.size()) [[likely]]
+    const char *at = first;
+    uint32_t octet{};
+    if (read_octet<LeadingZeros::refused>(at, octet) && at == end) [[likely]]
         return octet;
-    return convert_all(text, base);
+    return convert_all({first, end}, base);
 }
 
 struct Component {
@@ -98,7 +99,7 @@ struct Component {
         const uint64_t number = convert_all(text, Base::from_prefix);
         return {static_cast<uint32_t>(number), number <= UINT8_MAX ? size_t{1} : 0};
     }
-    uint32_t ipv4 = 0;
+    uint32_t ipv4{};
     const bool is_ipv4 = read_by_inet_aton(text, ipv4);
     return {ipv4, is_ipv4 ? ipv4_size : 0};
 }
@@ -106,7 +107,7 @@ struct Component {
 // False as well after the end, where `at` is when an octet goes on there.
 bool ends_component(const char *at, const char *end)
 {
-    return at == end || (at < end && *at == ':');
+    return at <= end && (at == end || *at == ':');
 }
 
 // Reads a component and moves `at` past it, also when it is refused. An octet and four of them,
@@ -114,7 +115,7 @@ bool ends_component(const char *at, const char *end)
 Component read_component(const char *&at, const char *end)
 {
     const char *const first = at;
-    uint32_t value = 0;
+    uint32_t value{};
     if (read_octet<LeadingZeros::refused>(at, value) && ends_component(at, end)) return {value, 1};
     at = first;
     if (read_dotted_quad(at, value) && ends_component(at, end)) return {value, ipv4_size};
@@ -173,12 +174,13 @@ int read_address(const char *at, const char *end, uint32_t bits, uint8_t *bytes,
     return 0;
 }
 
-int read_type(std::string_view text, uint8_t &type, ErrorText error)
+int read_type(const char *first, const char *end, uint8_t &type, ErrorText error)
 {
-    const uint64_t number = read_number(text, Base::from_prefix);
+    const uint64_t number = read_number(first, end, Base::from_prefix);
     // "5x"
     if (number == no_number)
-        return refuse(error, refused, "Invalid address type '%.*s'", precision(text), text.data());
+        return refuse(error, refused, "Invalid address type '%.*s'", precision({first, end}),
+                      first);
     type = static_cast<uint8_t>(number);
     return check_value_range("Address type", static_cast<uint32_t>(number), 1, UINT8_MAX, error);
 }
@@ -195,27 +197,26 @@ int read_atmvpn(const char *text, atmvpn_address &record, uint32_t &bits, ErrorT
     const bool has_prefix = slash != std::string_view::npos;
     const char *const work_end = text + work.size();
     const char *const end = has_prefix ? text + slash : work_end;
-    const uint64_t number =
-        has_prefix ? read_number({end + 1, work_end}, Base::decimal) : most_bits;
+    const uint64_t number = has_prefix ? read_number(end + 1, work_end, Base::decimal) : most_bits;
     // "…/184", "…/1x"
     if (number > most_bits) return refuse(error, refused, "Invalid prefix length");
     bits = static_cast<uint32_t>(number);
 
     // A separator at the very start leaves an empty route distinguisher.
-    const char *const rd_end = std::memcmp(text, "::", 2) == 0 ? text : separators.first[0];
+    const char *const rd_end = std::memcmp(text, "::", 2) == 0 ? text : separators.first;
     // No "::" before the cut.
     if (end - rd_end < 2) return refused;
-    uint32_t rd_type = 0;
-    uint32_t high = 0;
-    uint32_t low = 0;
+    uint32_t rd_type{};
+    uint32_t high{};
+    uint32_t low{};
     if (read_rd(text, static_cast<size_t>(rd_end - text), rd_type, high, low, error) != 0)
         return refused;
 
-    const char *const type_end = separators.first[1];
+    const char *const type_end = separators.second;
     // One "::" before the cut.
     if (end - type_end < 2) return refused;
-    uint8_t type = 0;
-    if (read_type({rd_end + 2, type_end}, type, error) != 0) return refused;
+    uint8_t type{};
+    if (read_type(rd_end + 2, type_end, type, error) != 0) return refused;
 
     record.rd_high = high;
     record.rd_low = low;
@@ -237,7 +238,7 @@ int parse_atmvpn(const char *text, atmvpn_address *record, uint32_t *pfxlen, cha
     using namespace orvex;
     atmvpn_address spare;
     atmvpn_address &out = record != nullptr ? *record : spare;
-    uint32_t bits = 0;
+    uint32_t bits{};
     const int result = read_atmvpn(text, out, bits, {errbuf, errlen});
     if (result != 0) return result;
     if (pfxlen != nullptr) *pfxlen = key_bits + bits;
