@@ -15,31 +15,28 @@ namespace orvex {
 // Whether an octet of several digits may start with a zero.
 enum class LeadingZeros { allowed, refused };
 
-// Reads an octet of one to three digits and moves `at` past it. False, with nothing changed,
-// without a digit, above 255, or for a leading zero that is refused. More digits may follow.
+// Reads an octet of one to three digits and moves `at` past it. More digits may follow, also those
+// after a leading zero that is refused. False with nothing changed without a digit, and above 255.
 template <LeadingZeros zeros>
 inline bool read_octet(const char *&at, uint32_t &octet)
 {
     const uint32_t first = decimal_value(at[0]);
     if (first > 9) return false;
     const uint32_t second = decimal_value(at[1]);
-    if (second > 9) {
+    if (second > 9 || (zeros == LeadingZeros::refused && first == 0)) {
         octet = first;
         at += 1;
         return true;
     }
-    if (zeros == LeadingZeros::refused && first == 0) return false;
     const uint32_t third = decimal_value(at[2]);
     if (third > 9) {
         octet = first * 10 + second;
         at += 2;
         return true;
     }
-    const uint32_t value = first * 100 + second * 10 + third;
-    if (value > UINT8_MAX) return false;
-    octet = value;
+    octet = first * 100 + second * 10 + third;
     at += 3;
-    return true;
+    return octet <= UINT8_MAX;
 }
 
 // Reads four octets joined by ".", and moves `at` past them; false, with nothing changed, when the
@@ -47,10 +44,10 @@ inline bool read_octet(const char *&at, uint32_t &octet)
 template <LeadingZeros zeros = LeadingZeros::refused>
 inline bool read_dotted_quad(const char *&at, uint32_t &quad)
 {
-    uint32_t a = 0;
-    uint32_t b = 0;
-    uint32_t c = 0;
-    uint32_t d = 0;
+    uint32_t a{};
+    uint32_t b{};
+    uint32_t c{};
+    uint32_t d{};
     const char *cursor = at;
     if (!read_octet<zeros>(cursor, a) || *cursor++ != '.') return false;
     if (!read_octet<zeros>(cursor, b) || *cursor++ != '.') return false;
@@ -63,8 +60,8 @@ inline bool read_dotted_quad(const char *&at, uint32_t &quad)
 
 // A part of a text that ends where the part does: for readers that would go on past it.
 struct TerminatedCopy {
-    static constexpr size_t most = 129;
-    std::array<char, most + 1> text;
+    std::array<char, 130> text;
+    static constexpr size_t most = sizeof text - 1;
 
     explicit TerminatedCopy(std::string_view part)
     {
