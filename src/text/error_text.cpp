@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <initializer_list>
 #include <limits>
@@ -28,7 +29,7 @@ struct Room {
 
     void put_unsigned(uintmax_t value, bool negative = false)
     {
-        std::array<char, std::numeric_limits<uintmax_t>::digits10 + 2> digits;
+        std::array<char, std::numeric_limits<uintmax_t>::digits> digits;  // one a bit are enough
         char *const end = digits.data() + digits.size();
         char *first = end;
         do {
@@ -41,8 +42,7 @@ struct Room {
 
     void put_signed(int value)
     {
-        put_unsigned(value < 0 ? 0U - static_cast<unsigned>(value) : static_cast<unsigned>(value),
-                     value < 0);
+        put_unsigned(static_cast<uintmax_t>(std::abs(intmax_t{value})), value < 0);
     }
 };
 

@@ -24,9 +24,9 @@ void check_message(const std::string &whole, int error_number, const Write &writ
 // Every conversion, as printf writes it.
 TEST(ErrorText, WritesAsPrintf)
 {
-    check_message("text|c|-2147483648|7|4294967295|0|18446744073709551615|%|", 77, [](ErrorText error) {
-        return orvex::refuse(error, -2, "%s|%c|%d|%d|%u|%lu|%ju|%%|%s", "text", 'c', -2147483647 - 1, 7, 4294967295U,
-                             0UL, UINTMAX_MAX, "");
+    check_message("text|c|-2147483648|0|7|4294967295|0|18446744073709551615|%|", 77, [](ErrorText error) {
+        return orvex::refuse(error, -2, "%s|%c|%d|%d|%d|%u|%lu|%ju|%%|%s", "text", 'c', -2147483647 - 1, 0, 7,
+                             4294967295U, 0UL, UINTMAX_MAX, "");
     });
     check_message("3 of 'abc'", EINVAL, [](ErrorText error) {
         return orvex::refuse_invalid(error, -2, "%zu of '%.*s'", size_t{3}, 3, "abcd");
