@@ -31,7 +31,7 @@ bool is_complete(const Groups &groups)
 // "1.2.3.4"
 bool read_quad(const char *&at, Groups &groups)
 {
-    uint32_t quad = 0;
+    uint32_t quad{};
     if (groups.count > ipv6_size - ipv4_size || !read_dotted_quad(at, quad)) return false;
     store_be32(&groups.bytes[groups.count], quad);
     groups.count += ipv4_size;
@@ -43,7 +43,7 @@ bool read_groups(const char *&at, Groups &groups)
 {
     while (groups.count < ipv6_size) {
         const char *const start = at;
-        uint32_t value = 0;
+        uint32_t value{};
         if (!read_hex_digits<4>(at, value)) return true;
         if (*at == '.') [[unlikely]] {
             at = start;
@@ -68,9 +68,9 @@ ZeroRun longest_zero_run(const uint8_t *bytes)
     ZeroRun longest;
     for (unsigned zeros = zero_groups(bytes); zeros != 0;) {
         const auto first = static_cast<unsigned>(std::countr_zero(zeros));
-        const auto count = static_cast<unsigned>(std::countr_one(zeros >> first));
-        if (count > std::max(longest.end - longest.first, 1U)) longest = {first, first + count};
-        zeros &= ~0U << (first + count);
+        const auto end = first + static_cast<unsigned>(std::countr_one(zeros >> first));
+        if (end - first > std::max(longest.end - longest.first, 1U)) longest = {first, end};
+        zeros = zeros >> end << end;
     }
     return longest;
 }

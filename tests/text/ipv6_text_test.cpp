@@ -73,6 +73,22 @@ TEST(Ipv6Text, ReadsWhatLibcReads)
     EXPECT_GT(accepted, 50000);
 }
 
+TEST(Ipv6Text, StopsAfterTheEighthGroup)
+{
+    const char *at = "1:2:3:4:5:6:7:8:9";
+    Address address;
+    EXPECT_TRUE(orvex::read_ipv6(at, address.data()));
+    EXPECT_STREQ(at, "9");
+}
+
+TEST(Ipv6Text, NamesTheLongestText)
+{
+    Address ones;
+    ones.fill(0xff);
+    std::array<char, INET6_ADDRSTRLEN> text;
+    EXPECT_EQ(orvex::put_canonical_ipv6(text.data(), ones.data(), true), text.data() + orvex::longest_ipv6_text);
+}
+
 TEST(Ipv6Text, PrintsWhatLibcPrints)
 {
     std::mt19937 random(20261124);
