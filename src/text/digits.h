@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace orvex {
 
@@ -55,7 +56,7 @@ inline char *put_last_octet(char *at, uint8_t value)
 // Writes an octet with three digits, and a terminator.
 inline char *put_padded_octet(char *at, uint8_t value)
 {
-    std::memcpy(at, octet_texts[value].padded.data(), 4);
+    std::memcpy(at, &octet_texts[value].padded, sizeof(OctetText::padded));
     return at + 3;
 }
 
@@ -87,7 +88,7 @@ inline char *put_hex_byte(char *at, uint8_t value)
 // How many hexadecimal digits a 16-bit value has without leading zeros.
 inline unsigned hex_group_length(uint32_t value)
 {
-    return (static_cast<unsigned>(std::bit_width(value | 1)) + 3) / 4;
+    return (static_cast<unsigned>(std::bit_width(value | 0xf)) + 3) / 4;
 }
 
 // Writes a 16-bit value in hexadecimal without leading zeros. More text follows: at least a
@@ -104,14 +105,13 @@ inline char *put_hex_group(char *at, uint32_t value)
 // Writes a 16-bit value as put_hex_group does, and a terminator, and touches nothing else.
 inline char *put_last_hex_group(char *at, uint32_t value)
 {
-    std::array<char, 4> digits;
-    const auto length = static_cast<size_t>(put_hex_group(digits.data(), value) - digits.data());
+    const unsigned length = hex_group_length(value);
     // Two and two, which may overlap: a length that varies is slow to copy.
-    const size_t last_two = std::max(length, size_t{2}) - 2;
-    std::memcpy(at, digits.data(), 2);
-    std::memcpy(at + last_two, digits.data() + last_two, 2);
-    at[length] = '\0';
-    return at + length;
+    put_hex_byte(at + std::max(length, 2U) - 2, static_cast<uint8_t>(value));
+    put_hex_byte(at, static_cast<uint8_t>(value << 4 * (4 - length) >> 8));
+    at += length;
+    *at = '\0';
+    return at;
 }
 
 // Room that put_decimal needs for any value, without the terminator.
@@ -135,7 +135,7 @@ constexpr size_t decimal_room = 10;
 // Writes a number in decimal with at least `width` digits, at most decimal_room, and a terminator.
 inline char *put_decimal(char *at, uint32_t value, size_t width = 1)
 {
-    if (value <= UINT8_MAX && width == 1) [[likely]]
+    if (std::in_range<uint8_t>(value) && width == 1) [[likely]]
         return put_last_octet(at, static_cast<uint8_t>(value));
     return put_long_decimal(at, value, width);
 }
