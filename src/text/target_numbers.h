@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <limits>
 #include <type_traits>
+#include <utility>
 
 #include "text/characters.h"
 
@@ -34,7 +35,7 @@ template <typename Magnitude>
 constexpr DigitRun<Magnitude> read_digits(const char *at, unsigned radix)
 {
     DigitRun<Magnitude> run{0, at, false};
-    for (unsigned digit = 0; (digit = hex_value(*run.end)) < radix; ++run.end) {
+    for (unsigned digit{}; (digit = hex_value(*run.end)) < radix; ++run.end) {
         run.overflow |= __builtin_mul_overflow(run.value, Magnitude{radix}, &run.value);
         run.overflow |= __builtin_add_overflow(run.value, Magnitude{digit}, &run.value);
     }
@@ -79,22 +80,21 @@ template <unsigned radix>
 constexpr uint64_t read_wrapping_digits(const char *&at)
 {
     uint64_t value = 0;
-    for (unsigned digit = 0; (digit = radix == 10 ? decimal_value(*at) : hex_value(*at)) < radix;
+    for (unsigned digit{}; (digit = radix == 10 ? decimal_value(*at) : hex_value(*at)) < radix;
          ++at)
         value = value * radix + digit;
     return value;
 }
 
 // The digits that fit 64 bits whatever they are.
-template <unsigned radix>
-constexpr ptrdiff_t most_digits = radix == 10 ? 19 : 16;
+constexpr ptrdiff_t most_decimal_digits = 19;
+constexpr ptrdiff_t most_hex_digits = 16;
 
 // Converts decimal digits and those after "0x", of a signed type also after a "-", and moves `at`
 // past them; false, with nothing changed, for any other text or value.
 template <typename Value>
 constexpr bool convert_plain(const char *&at, Base base, Value &value)
 {
-    constexpr auto most = static_cast<uint64_t>(std::numeric_limits<Value>::max());
     const bool negative = std::is_signed_v<Value> && *at == '-';
     const char *first = at + (negative ? 1 : 0);
     const char *end = first;
@@ -105,8 +105,8 @@ constexpr bool convert_plain(const char *&at, Base base, Value &value)
     }
     const uint64_t number =
         is_decimal ? read_wrapping_digits<10>(end) : read_wrapping_digits<16>(end);
-    const auto longest = is_decimal ? most_digits<10> : most_digits<16>;
-    if (end == first || end - first > longest || number > most) return false;
+    const auto longest = is_decimal ? most_decimal_digits : most_hex_digits;
+    if (end == first || end - first > longest || !std::in_range<Value>(number)) return false;
     value = static_cast<Value>(negative ? 0 - number : number);
     at = end;
     return true;
@@ -116,7 +116,7 @@ constexpr bool convert_plain(const char *&at, Base base, Value &value)
 template <typename Value>
 constexpr Conversion<Value> convert(const char *text, Base base)
 {
-    Conversion<Value> plain{0, text, false};
+    Conversion<Value> plain{{}, text, false};
     if (convert_plain(plain.end, base, plain.value)) [[likely]]
         return plain;
     // Copied, so that only this path needs the result in memory.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "text/characters.h"
 #include "text/dotted_quad.h"
@@ -47,9 +48,9 @@ uint32_t read_decimal(const char *&at, Work work)
     const char *const first = at;
     const ptrdiff_t room = work.most - (first - work.text);
     const uint64_t value = read_wrapping_digits<10>(at);
-    const auto narrow = static_cast<uint32_t>(value);
-    if (at - first <= std::min(room, most_digits<10>) && narrow == value) [[likely]]
-        return narrow;
+    if (at - first <= std::min(room, most_decimal_digits) && std::in_range<uint32_t>(value))
+        [[likely]]
+        return static_cast<uint32_t>(value);
     at = first + std::min(room, at - first);
     return convert_digits(first, at);
 }
