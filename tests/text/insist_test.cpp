@@ -10,6 +10,7 @@ TEST(Insist, LogsTheConditionAndGoesOn)
     std::string log;
     const auto keep = [](int level, const char *text, void *context) {
         *static_cast<std::string *>(context) += std::to_string(level) + text + '\n';
+        errno = EIO;
     };
     orvex_platform_set_log_sink(keep, &log);
     uint32_t af = PARSE_AF_INET;
