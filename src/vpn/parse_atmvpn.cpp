@@ -151,7 +151,7 @@ int read_address(const char *at, const char *end, uint32_t bits, uint8_t *bytes,
             if (at == end) break;
             gap = count;
             // Three colons in a row make one gap.
-            if (end - at > 1 && at[1] == ':') ++at;
+            if (at + 1 != end && at[1] == ':') ++at;
             continue;
         }
         const char *const first = at;
