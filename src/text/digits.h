@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -109,13 +110,12 @@ inline char *put_last_hex_group(char *at, uint32_t value)
     // Two and two, which may overlap: a length that varies is slow to copy.
     put_hex_byte(at + std::max(length, 2U) - 2, static_cast<uint8_t>(value));
     put_hex_byte(at, static_cast<uint8_t>(value << 4 * (4 - length) >> 8));
-    at += length;
-    *at = '\0';
-    return at;
+    at[length] = '\0';
+    return at + length;
 }
 
-// Room that put_decimal needs for any value, without the terminator.
-constexpr size_t decimal_room = 10;
+// Room that put_decimal needs for any value, without the terminator: one place a bit is enough.
+constexpr size_t decimal_room = std::numeric_limits<uint32_t>::digits;
 
 // As put_decimal, for any value and width.
 [[gnu::noinline]] inline char *put_long_decimal(char *at, uint32_t value, size_t width)
