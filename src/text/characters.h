@@ -16,17 +16,17 @@ constexpr unsigned decimal_value(char character)
     return static_cast<unsigned char>(character) - unsigned{'0'};
 }
 
+constexpr unsigned hex_radix = 16;
 inline constexpr std::array<uint8_t, 256> hex_values = [] {
     std::array<uint8_t, 256> values{};
-    values.fill(16);
+    values.fill(hex_radix);
     for (uint8_t digit = 0; digit < 10; ++digit) values[size_t{'0'} + digit] = digit;
-    for (uint8_t letter = 0; letter < 6; ++letter)
-        values[size_t{'a'} + letter] = values[size_t{'A'} + letter] =
-            static_cast<uint8_t>(10 + letter);
+    for (uint8_t value = 10; value < hex_radix; ++value)
+        values[size_t{'a'} - 10 + value] = values[size_t{'A'} - 10 + value] = value;
     return values;
 }();
 
-// The value of a hexadecimal digit; 16 for any other character.
+// The value of a hexadecimal digit; hex_radix for any other character.
 constexpr unsigned hex_value(char character)
 {
     return hex_values[static_cast<unsigned char>(character)];
@@ -34,7 +34,7 @@ constexpr unsigned hex_value(char character)
 
 constexpr bool is_digit(char character) { return decimal_value(character) <= 9; }
 
-constexpr bool is_hex_digit(char character) { return hex_value(character) < 16; }
+constexpr bool is_hex_digit(char character) { return hex_value(character) < hex_radix; }
 
 constexpr bool is_space(char character)
 {

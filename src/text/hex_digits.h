@@ -14,12 +14,12 @@ template <int most>
 constexpr bool read_hex_digits(const char *&at, uint32_t &value)
 {
     const unsigned first = hex_value(*at);
-    if (first >= 16) return false;
+    if (first >= hex_radix) return false;
     value = first;
     ++at;
     for (int place = 1; place < most; ++place, ++at) {
         const unsigned digit = hex_value(*at);
-        if (digit >= 16) break;
+        if (digit >= hex_radix) break;
         value = value << 4 | digit;
     }
     return true;
@@ -32,9 +32,9 @@ constexpr bool is_group_separator(char character) { return character == '.' || c
 constexpr bool read_hex_byte(const char *&at, uint8_t &byte, char also_ends = '\0')
 {
     const unsigned first = hex_value(*at);
-    if (first >= 16) return false;
+    if (first >= hex_radix) return false;
     const unsigned second = hex_value(*++at);
-    if (second < 16) [[likely]] {
+    if (second < hex_radix) [[likely]] {
         byte = static_cast<uint8_t>(first << 4 | second);
         ++at;
         return true;

@@ -49,8 +49,8 @@ constexpr DigitRun<Magnitude> read_magnitude(const char *at, Base base)
         return read_digits<Magnitude>(at, 10);
     // The prefix counts only when a digit follows; "0x" alone is a zero and an "x".
     if (at[0] == '0' && (at[1] == 'x' || at[1] == 'X') && is_hex_digit(at[2]))
-        return read_digits<Magnitude>(at + 2, 16);
-    return read_digits<Magnitude>(at, base == Base::hexadecimal ? 16 : 8);
+        return read_digits<Magnitude>(at + 2, hex_radix);
+    return read_digits<Magnitude>(at, base == Base::hexadecimal ? hex_radix : 8);
 }
 
 // Any text: white space, signs, prefixes and values out of range included.
@@ -104,7 +104,7 @@ constexpr bool convert_plain(const char *&at, Base base, Value &value)
         end = first += 2;
     }
     const uint64_t number =
-        is_decimal ? read_wrapping_digits<10>(end) : read_wrapping_digits<16>(end);
+        is_decimal ? read_wrapping_digits<10>(end) : read_wrapping_digits<hex_radix>(end);
     const auto longest = is_decimal ? most_decimal_digits : most_hex_digits;
     if (end == first || end - first > longest || !std::in_range<Value>(number)) return false;
     value = static_cast<Value>(negative ? 0 - number : number);
