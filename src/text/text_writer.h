@@ -64,7 +64,7 @@ inline size_t out_of_room()
 // terminator, else the room that was left for it.
 constexpr size_t piece_result(size_t start, size_t length, size_t buflen)
 {
-    return std::min(length, buflen - std::min(start, buflen));
+    return buflen > start ? std::min(length, buflen - start) : 0;
 }
 
 }  // namespace orvex
