@@ -38,7 +38,7 @@ struct Separators {
 // of them.
 const char *find_separator(const char *at, const char *end)
 {
-    for (; at < end; at += 2) {
+    for (const char *const last = end - 1; at < last; at += 2) {
         if (at[1] != ':') continue;
         if (at[0] == ':') return at;
         if (at[2] == ':') return at + 1;

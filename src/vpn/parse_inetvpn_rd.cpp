@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 #include "text/characters.h"
 #include "text/dotted_quad.h"
@@ -46,12 +45,11 @@ struct Administrator {
 uint32_t read_decimal(const char *&at, Work work)
 {
     const char *const first = at;
-    const ptrdiff_t room = work.most - (first - work.text);
     const uint64_t value = read_wrapping_digits<10>(at);
-    if (at - first <= std::min(room, most_decimal_digits) && std::in_range<uint32_t>(value))
-        [[likely]]
+    const bool is_past_end = at - work.text > work.most;
+    if (!is_past_end && at - first <= most_decimal_digits && value <= UINT32_MAX) [[likely]]
         return static_cast<uint32_t>(value);
-    at = first + std::min(room, at - first);
+    if (is_past_end) at = work.text + work.most;
     return convert_digits(first, at);
 }
 
