@@ -15,8 +15,9 @@ namespace orvex {
 // Whether an octet of several digits may start with a zero.
 enum class LeadingZeros { allowed, refused };
 
-// Reads an octet of one to three digits and moves `at` past it. More digits may follow, also those
-// after a leading zero that is refused. False with nothing changed without a digit, and above 255.
+// Reads an octet of one to three digits and moves `at` past it. More digits may follow; where
+// leading zeros are refused, those after a zero are such. False without a digit, with nothing
+// changed, and above 255.
 template <LeadingZeros zeros>
 inline bool read_octet(const char *&at, uint32_t &octet)
 {

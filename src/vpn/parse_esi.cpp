@@ -123,8 +123,10 @@ int format_esi(char *buf, size_t buflen, const uint8_t *esi)
 {
     using namespace orvex;
     const size_t length = write_text<longest_text>(buf, buflen, [esi](char *at) {
-        char *const end = at + longest_text;
-        for (const uint8_t *octet = esi; at != end; *at++ = ':') at = put_hex_byte(at, *octet++);
+        for (size_t i = 0; i < esi_size; ++i) {
+            at = put_hex_byte(at, esi[i]);
+            *at++ = ':';
+        }
         *--at = '\0';
         return at;
     });
