@@ -58,7 +58,7 @@ TEST(ParseAtmvpn, Reads)
     check({
         {.text = "65000:70000::255::2", .rd_low = 70000, .type = 255, .address = "02", .pfxlen = 255},
         {.text = "65000:1::010::1/010", .type = 8, .address = "01", .pfxlen = 82},
-        {.text = "65000:1::5::010:0x12:1/24", .address = "081201", .pfxlen = 96},
+        {.text = "65000:1::5::010:0xff:1/24", .address = "08ff01", .pfxlen = 96},
         {.text = "65000:1::5::1.010.1/32", .address = "01080001", .pfxlen = 104},
         {.text = "65000:1::5::1:2::2", .address = "0102" + zeros(40) + "02", .pfxlen = 255},
         {.text = "65000:1::5::::1:2/183", .address = zeros(42) + "0102", .pfxlen = 255},
