@@ -37,3 +37,7 @@ holds_no() {
 nm -D --undefined-only "$library" |
   holds_no 'malloc|calloc|realloc|free|strdup|fopen| _Z|inet_pton|inet_ntop|strerror@.*'
 readelf -d "$library" | holds_no 'STATIC_TLS|R(UN)?PATH.*(\[:|::|:\])'
+# Hardened: addresses are found before the first call and read-only from then on, and stacks are guarded.
+readelf -d "$library" | grep 'FLAGS.*BIND_NOW' >/dev/null
+readelf -lW "$library" | grep GNU_RELRO >/dev/null
+nm -D --undefined-only "$library" | grep -w __stack_chk_fail >/dev/null

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <orvex/parse.h>
+#include <sys/mman.h>
 
 #include <random>
 
@@ -94,3 +95,17 @@ TEST(FormatDelimAddr, CountsANulAndTerminatesTheText)
         EXPECT_EQ(std::string(text, 12), std::string("10:1:2:3\0\0..", 12)) << size;
     }
 }
+
+#ifdef __i386__  // The length of so many leaves size_t here. The emulated 32-bit machine would take minutes.
+TEST(FormatDelimAddr, CutsATextLongerThanMemory)
+{
+    constexpr size_t count = size_t{1} << 30;
+    void *const zeros = mmap(nullptr, count, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    ASSERT_NE(zeros, MAP_FAILED);
+    orvex_test::Guarded text(8);
+    const auto *const bytes = static_cast<const uint8_t *>(zeros);
+    EXPECT_EQ(format_delim_addr(text.data(), text.size(), bytes, ':', count, 0), INT32_MIN);
+    EXPECT_EQ(text.text(), "0:0:0:0");
+    munmap(zeros, count);
+}
+#endif

@@ -19,6 +19,9 @@ void check_message(const std::string &whole, int error_number, const Write &writ
         },
         [](size_t) { return -2; }, error_number);
     EXPECT_EQ(write(ErrorText{nullptr, 8}), -2);
+    char enough[128];
+    EXPECT_EQ(write(ErrorText{enough, SIZE_MAX}), -2);
+    EXPECT_EQ(enough, whole);
 }
 
 // Every conversion, as printf writes it.
