@@ -41,3 +41,5 @@ readelf -d "$library" | holds_no 'STATIC_TLS|R(UN)?PATH.*(\[:|::|:\])'
 readelf -d "$library" | grep 'FLAGS.*BIND_NOW' >/dev/null
 readelf -lW "$library" | grep GNU_RELRO >/dev/null
 nm -D --undefined-only "$library" | grep -w __stack_chk_fail >/dev/null
+# Maps above 2 GiB are read on 32-bit hosts as well.
+nm -D --undefined-only "$library" | grep -w open64 >/dev/null
