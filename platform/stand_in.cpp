@@ -1,6 +1,7 @@
 // The stand-in platform: what it tells the parser comes from the installed profile.
 #include "orvex/stand_in.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdarg>
@@ -23,6 +24,14 @@ constexpr int compare_name(const char *name, const char *text, size_t length)
         if (left == '\0') return 0;
     }
     return name[length] == '\0' ? 0 : 1;
+}
+
+// Whether two texts begin with the same characters. Inline, as names of types are short.
+constexpr bool is_same(const char *name, const char *text, size_t length)
+{
+    size_t i = 0;
+    while (i < length && name[i] == text[i]) ++i;
+    return i == length;
 }
 
 constexpr size_t length_of(const char *text)
@@ -51,20 +60,28 @@ constexpr size_t bucket_of(const char *name, size_t length)
     return (size_t{4} * first + last + length) % bucket_count;
 }
 
-// The profile in force, and for each bucket its first type in the sorted catalogue.
+// The last of the types whose names have this bucket's number.
+struct Bucket {
+    size_t length = 0;  // of its name, 0 when there is none
+    size_t index = 0;
+    bool is_shared = false;  // by several types
+};
+
+// The profile in force, and its types by their names.
 struct Platform {
     orvex_platform_profile profile{};
     product_info product{};
-    std::array<size_t, bucket_count> first_of_bucket{};
+    std::array<Bucket, bucket_count> buckets{};
 
     constexpr explicit Platform(const orvex_platform_profile &described) : profile(described)
     {
         product.product_id = profile.product_id;
         product.multi_chassis_size = profile.multi_chassis_size;
-        first_of_bucket.fill(profile.type_count);
-        for (size_t i = profile.type_count; i > 0; --i) {
-            const char *const name = profile.types[i - 1].name;
-            first_of_bucket[bucket_of(name, length_of(name))] = i - 1;
+        for (size_t i = 0; i < profile.type_count; ++i) {
+            const char *const name = profile.types[i].name;
+            const size_t length = length_of(name);
+            Bucket &bucket = buckets[bucket_of(name, length)];
+            bucket = {length, i, bucket.length != 0};
         }
     }
 };
@@ -82,6 +99,16 @@ int32_t map_slot(const orvex_slot_mapping &mapping, int32_t lcc, int32_t fpc)
     const auto slots = static_cast<uint32_t>(mapping.slots_per_lcc);
     return wrapped(static_cast<uint32_t>(mapping.first) + static_cast<uint32_t>(lcc) * slots +
                    static_cast<uint32_t>(fpc));
+}
+
+const interface_info *search_type(const char *text, size_t length)
+{
+    const orvex_interface_type *const end = platform.profile.types + platform.profile.type_count;
+    const auto *const type = std::lower_bound(platform.profile.types, end, text,
+                                              [length](const auto &each, const char *name) {
+                                                  return compare_name(each.name, name, length) < 0;
+                                              });
+    return type != end && compare_name(type->name, text, length) == 0 ? &type->info : nullptr;
 }
 
 // The arguments of the hook that reads an attribute.
@@ -204,14 +231,10 @@ int platform_hook_call(const char *hook_name, platform_hook_arg *arg_list, int32
 const interface_info *interface_info_byname(const char *text, size_t length)
 {
     if (length == 0) return nullptr;
-    for (size_t i = platform.first_of_bucket[bucket_of(text, length)];
-         i < platform.profile.type_count; ++i) {
-        const orvex_interface_type &type = platform.profile.types[i];
-        const int order = compare_name(type.name, text, length);
-        if (order == 0) return &type.info;
-        if (order > 0) return nullptr;
-    }
-    return nullptr;
+    const Bucket &bucket = platform.buckets[bucket_of(text, length)];
+    const orvex_interface_type &type = platform.profile.types[bucket.index];
+    if (bucket.length == length && is_same(type.name, text, length)) return &type.info;
+    return bucket.is_shared ? search_type(text, length) : nullptr;
 }
 
 uint32_t interface_info_index(const interface_info *entry)

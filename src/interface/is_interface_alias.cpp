@@ -48,15 +48,15 @@ struct AliasText {
 AliasText read_alias(const char *text)
 {
     if (!is_letter(*text)) return {};
-    size_t length = 1;
+    const char *at = text + 1;
     uint8_t kinds = 0;
-    for (; length < longest_alias; ++length) {
-        const uint8_t kind = character_kinds[static_cast<unsigned char>(text[length])];
-        if (kind == no_place && (is_ascii(text[length]) || !is_letter_or_digit(text[length])))
-            break;
+    for (;; ++at) {
+        const uint8_t kind = character_kinds[static_cast<unsigned char>(*at)];
+        if (kind == no_place && !is_letter_or_digit(*at)) break;
         kinds |= kind;
     }
-    if (text[length] != '\0' || length < shortest_alias) return {};
+    const auto length = static_cast<size_t>(at - text);
+    if (*at != '\0' || length < shortest_alias || length > longest_alias) return {};
     return {length, kinds};
 }
 

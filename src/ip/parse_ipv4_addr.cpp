@@ -125,14 +125,32 @@ int read_group(const BytesText &text, const char *&at, uint8_t &byte)
     return 0;
 }
 
-// "10.1", "10." or "1. 2.+3.0004"
-int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
+// Reads the octets that a "." follows, and the fourth one when the address or mask ends there.
+// Moves `at` past them, and returns how many there are.
+inline size_t read_octets(const AddressRequest &request, const char *&at, uint8_t *bytes)
 {
-    size_t count = 0;
-    do {
+    const bool is_mask = at != request.str;
+    for (size_t count = 0;; ++count) {
+        const char *end = at;
+        uint32_t octet{};
+        if (!read_octet<LeadingZeros::allowed>(end, octet)) return count;
+        const bool is_last = count == ipv4_size - 1;
+        if (is_last ? !(is_mask ? *end == '\0' : ends_address(request, end)) : *end != '.')
+            return count;
+        bytes[count] = static_cast<uint8_t>(octet);
+        at = is_last ? end : end + 1;
+        if (is_last) return ipv4_size;
+    }
+}
+
+// The groups after the first `count` of "10.1", "10." or "1. 2.+3.0004"
+int read_groups(const BytesText &text, const char *&at, uint8_t *bytes, size_t count)
+{
+    for (; count < ipv4_size && !text.ends_at(at); ++at) {
         const int result = read_group(text, at, bytes[count++]);
         if (result != 0) return result;
-    } while (count < ipv4_size && *at == '.' && !text.ends_at(++at));
+        if (count == ipv4_size || *at != '.') break;
+    }
     // "1.2.3.4.", "1.2.3.4.5", "1x", "10.0.0.0/8"
     if (!text.ends_at(at)) return refuse_rest(text, at);
     // "10.1"
@@ -141,30 +159,30 @@ int read_groups(const BytesText &text, const char *&at, uint8_t *bytes)
     return 0;
 }
 
-// An address or a mask in any form.
-int read_any_bytes(const BytesText &text, const char *&at, uint8_t *bytes)
+// What comes after the first `count` groups of an address or a mask in any form.
+[[gnu::noinline]] int read_any_bytes(const BytesText &text, const char *&at, uint8_t *bytes,
+                                     size_t count)
 {
     // "", "/8"
-    if (text.ends_at(at))
+    if (text.whole.empty())
         return refuse_invalid(text.request.error, not_this_form, "%s is not specified",
                               text.subject());
-    std::memset(bytes, 0, ipv4_size);
-    if (at[0] == '0' && at[1] == 'x') return read_hexadecimal(text, at, bytes);
-    if (text.request.has(PARSE_IPADDR_INTEGER_OK) && read_integer(text, at, bytes)) return 0;
-    return read_groups(text, at, bytes);
+    std::memset(bytes + count, 0, ipv4_size - count);
+    if (count == 0 && at[0] == '0' && at[1] == 'x') return read_hexadecimal(text, at, bytes);
+    if (count == 0 && text.request.has(PARSE_IPADDR_INTEGER_OK) && read_integer(text, at, bytes))
+        return 0;
+    return read_groups(text, at, bytes, count);
 }
 
-// Reads a dotted quad that is the whole address or mask, and moves `at` to its end.
-inline bool read_whole_quad(const AddressRequest &request, const char *&at, uint8_t *bytes)
+// Reads an address or a mask, and moves `at` to its end.
+inline int read_bytes(const AddressRequest &request, const char *&at, uint8_t *bytes)
 {
-    const bool is_mask = at != request.str;
-    const char *end = at;
-    uint32_t quad{};
-    if (!read_dotted_quad<LeadingZeros::allowed>(end, quad)) return false;
-    if (is_mask ? *end != '\0' : !ends_address(request, end)) return false;
-    store_be32(bytes, quad);
-    at = end;
-    return true;
+    const char *const first = at;
+    const size_t count = read_octets(request, at, bytes);
+    if (count == ipv4_size) [[likely]]
+        return 0;
+    const auto whole = first == request.str ? address_text(request) : std::string_view(first);
+    return read_any_bytes({request, whole}, at, bytes, count);
 }
 
 // ---- The whole text ----
@@ -186,10 +204,8 @@ bool read_any_keyword(AddressRequest &request)
 int read_mask(AddressRequest &request, const char *suffix)
 {
     if (!request.has(PARSE_IPADDR_MASK_OK)) return refuse_mask(request, suffix);
-    if (!read_whole_quad(request, suffix, request.mask)) {
-        const int result = read_any_bytes({request, suffix}, suffix, request.mask);
-        if (result != 0) return result;
-    }
+    const int result = read_bytes(request, suffix, request.mask);
+    if (result != 0) return result;
     request.maskseen = 1;
     return 0;
 }
@@ -247,17 +263,14 @@ int parse_ipv4_addr(AddressRequest &request)
                               "too long to be a valid ip address: '%s'", request.str);
 
     const char *at = request.str;
-    if (!read_whole_quad(request, at, request.address)) [[unlikely]] {
-        const int result = read_any_bytes({request, address_text(request)}, at, request.address);
-        if (result != 0) return result;
-    }
-    if (*at == '/') {
-        const int result = read_suffix(request, at + 1);
-        if (result != 0) return result;
-    } else if (request.has(PARSE_IPADDR_PREFIX_REQUIRED)) {
-        return refuse_missing_prefix(request);
-    }
-    return request.has(PARSE_IPADDR_HOST_ZERO) ? check_host_bits(request) : 0;
+    int result = read_bytes(request, at, request.address);
+    if (result != 0) return result;
+    if (*at == '/')
+        result = read_suffix(request, at + 1);
+    else if (request.has(PARSE_IPADDR_PREFIX_REQUIRED))
+        result = refuse_missing_prefix(request);
+    if (result != 0 || !request.has(PARSE_IPADDR_HOST_ZERO)) return result;
+    return check_host_bits(request);
 }
 
 }  // namespace orvex

@@ -28,6 +28,25 @@ TEST(StandIn, FindsTypesByTheirWholeName)
     EXPECT_EQ(found("a\0e", 3), "");
 }
 
+// More types than the look-up has places: some share one.
+TEST(StandIn, FindsEachTypeOfALargeCatalogue)
+{
+    orvex_test::Profile profile;
+    std::vector<std::string> names;
+    for (char first = 'a'; first <= 'z'; ++first)
+        for (char last = 'a'; last <= 'z'; ++last) names.push_back({first, last});
+    profile.catalogue.clear();
+    for (const std::string &name : names) profile.catalogue.push_back({name.c_str(), {}, 0});
+    profile.install();
+    for (size_t i = 0; i < names.size(); ++i) {
+        const interface_info *const entry = interface_info_byname(names[i].c_str(), 2);
+        ASSERT_NE(entry, nullptr) << names[i];
+        EXPECT_EQ(interface_info_index(entry), i);
+        EXPECT_EQ(interface_info_byname((names[i] + 'x').c_str(), 3), nullptr);
+    }
+    for (const char *text : {"AA", "{a", "a{", "a-"}) EXPECT_EQ(interface_info_byname(text, 2), nullptr) << text;
+}
+
 TEST(StandIn, RefusesACatalogueOutOfOrder)
 {
     orvex_platform_profile profile = *orvex_platform_default_profile();
